@@ -1,0 +1,39 @@
+// A machine, as the logic sees it: one small interface for each kind of outside thing.
+//
+// The logic gets a Host through its Run and reaches the outside in no other way. Failures come back as values;
+// no method throws. Whoever makes the interfaces keeps them alive as long as the Host.
+#pragma once
+
+#include <string>
+
+#include "host/Clock.h"
+#include "host/CodePage.h"
+#include "host/Components.h"
+#include "host/Desktop.h"
+#include "host/Files.h"
+#include "host/MachineSettings.h"
+#include "host/PathStyle.h"
+#include "host/Processes.h"
+#include "host/Shell.h"
+#include "host/System.h"
+
+namespace tessary {
+
+struct Host {
+  Files& files;
+  Processes& processes;
+  Ghostscripts& ghostscripts;
+  MachineSettings& machineSettings;
+  Shell& shell;
+  Desktop& desktop;
+  Clock& clock;
+  System& system;
+  Components& components;
+
+  PathStyle paths;
+  CodePage codePage = CodePage::Utf8;
+  std::string programFile;  ///< full path of the running program
+  std::string commandLine;  ///< its raw command line, without the program itself
+};
+
+}  // namespace tessary

@@ -1,0 +1,28 @@
+// This machine: the host for Linux.
+#pragma once
+
+#include <memory>
+
+#include "host/Host.h"
+
+namespace tessary {
+
+/// Owns the interfaces of this machine. Nothing is loaded or looked up before it is asked for.
+class PosixMachine {
+ public:
+  /// Takes the arguments of main(): the raw command line is put together from them so that every value reads
+  /// back as it was given.
+  PosixMachine(int argc, const char* const* argv);
+  ~PosixMachine();
+  PosixMachine(const PosixMachine&) = delete;
+  PosixMachine& operator=(const PosixMachine&) = delete;
+
+  /// Valid as long as this object.
+  [[nodiscard]] Host& host();
+
+ private:
+  struct Parts;
+  std::unique_ptr<Parts> parts_;
+};
+
+}  // namespace tessary

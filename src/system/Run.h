@@ -1,0 +1,72 @@
+// One run of the program: the machine and every process-wide field, grouped by the module that owns the group.
+//
+// main() makes one, every test makes its own. A function that needs the machine or a process-wide field takes
+// the Run as its first parameter; nothing is reached in any other way.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "config/Dictionary.h"
+#include "host/Host.h"
+#include "system/COpSysInfo.h"
+
+namespace tessary {
+
+/// What the run was started for and what became of it; written by modMain, GetJobConfig and MakePDF.
+struct JobState {
+  Dictionary CommandLineParameters;
+  std::string SessionId;  ///< prefix of all temporary files and of the log; empty when not given
+  std::string DocumentName;
+  std::string PrinterName;
+  std::string InstanceName;               ///< selects the settings files; empty for the plain printer
+  Dictionary DocumentProperties;          ///< at most `title`, `author` and `creationdate`
+  bool SuppressErrors = false;            ///< error boxes are not shown; false until the settings are loaded
+  bool DebugSetting = false;              ///< the temporary files of the job stay
+  std::int32_t PageCount = 0;             ///< pages reported by Ghostscript
+  std::int32_t FileCount = 0;             ///< files delivered
+  std::string OutputFile;                 ///< the expanded `output`
+  std::shared_ptr<Dictionary> JobConfig;  ///< null: no settings had been resolved
+  std::int32_t ExitCode = 0;              ///< see ExitCodes in job/modMain.h
+};
+
+struct LogState {
+  std::string fileName;  ///< empty: not worked out yet
+};
+
+struct FolderState {
+  std::string temporary;  ///< empty: nothing found yet
+  std::string userData;
+};
+
+struct UtilState {
+  std::string computerName;  ///< empty: not read yet
+  std::string userName;
+  std::unique_ptr<COpSysInfo> opSysInfo;  ///< null: not made yet
+};
+
+struct LabelState {
+  Dictionary texts;  ///< label key to text
+};
+
+struct GhostscriptState {
+  std::string askedExecutable;  ///< the program that was asked for its version; empty: none yet
+  std::string answeredVersion;
+  bool unreadableMarkerLogged = false;  ///< the log says already that a page marker had no page number
+};
+
+struct Run {
+  explicit Run(Host& machine) : host(machine) {}
+
+  Host& host;
+  JobState job;
+  LogState log;
+  FolderState folders;
+  UtilState util;
+  LabelState labels;
+  GhostscriptState ghostscript;
+};
+
+}  // namespace tessary
