@@ -2,8 +2,6 @@
 // can be made.
 #pragma once
 
-#include <cstdint>
-#include <optional>
 #include <string>
 
 #include "system/Run.h"
@@ -32,8 +30,5 @@ std::string GetMachineSetting(Run& run, const std::string& name);
 
 /// `name` as a part of a registry path: each "\" becomes "_".
 std::string RegistrySafeName(std::string name);
-
-/// The path of one of the shell's special folders (host/Shell.h), or nothing.
-std::optional<std::string> GetSpecialFolder(Run& run, std::int32_t id);
 
 }  // namespace tessary

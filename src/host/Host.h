@@ -32,8 +32,9 @@ struct Host {
 
   PathStyle paths;
   CodePage codePage = CodePage::Utf8;
-  std::string programFile;  ///< full path of the running program
-  std::string commandLine;  ///< its raw command line, without the program itself
+  std::string programFile;    ///< full path of the running program
+  std::string workingFolder;  ///< the folder that the process was started in, full path
+  std::string commandLine;    ///< its raw command line, without the program itself
 };
 
 }  // namespace tessary

@@ -14,10 +14,11 @@ namespace tessary {
 struct Command {
   std::string line;                    ///< what a Windows machine executes; what messages and logs show
   std::vector<std::string> arguments;  ///< what a POSIX machine executes; the program comes first
+  std::string errorFile;               ///< where a hidden child's standard error is kept; empty: it is dropped
 };
 
 enum class Streams {
-  Hidden,     ///< nothing to read, and what the child says is dropped, as with a hidden console window
+  Hidden,     ///< nothing to read, and what the child says is dropped but for Command::errorFile
   Inherited,  ///< the child has the standard streams of this process
 };
 
@@ -57,7 +58,8 @@ class Ghostscripts {
   /// if it answers nothing within 10 seconds or fails. `failure` is set where a program is not to be asked and
   /// the version has to be read from its bytes instead.
   virtual Result<std::string> AskVersion(const std::string& executable) = 0;
-  /// The command that runs it with the one argument "@" + `parameterFile`.
+  /// The command that runs it with the one argument "@" + `parameterFile`. Where a program has a standard error
+  /// of its own it is kept in `parameterFile` + ".err", emptied at the start.
   virtual Command RunCommand(const std::string& executable, const std::string& parameterFile) = 0;
 };
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "host/PathStyle.h"
+#include "host/Host.h"
 
 namespace tessary {
 
@@ -13,6 +13,10 @@ std::string StripTrailingBackslashes(const PathStyle& style, std::string path);
 
 /// `folder` + separator + `name`, with one separator between them also below a root.
 std::string JoinPath(const PathStyle& style, const std::string& folder, std::string_view name);
+
+/// `path` as a full path: one that is not gets the folder of the process in front, since child programs run
+/// elsewhere.
+std::string FullPath(const Host& host, const std::string& path);
 
 /// `path` up to and including its last separator; empty when it holds none.
 std::string ParentFolder(const PathStyle& style, const std::string& path);

@@ -1,0 +1,8 @@
+#include "host/posix/PosixMachine.h"
+#include "job/modMain.h"
+
+int main(int argc, char** argv) {
+  tessary::PosixMachine machine(argc, argv);
+  tessary::Run run(machine.host());
+  return tessary::Main(run);
+}

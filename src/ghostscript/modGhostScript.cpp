@@ -1,0 +1,107 @@
+#include "ghostscript/modGhostScript.h"
+
+#include "config/modSpecialFolders.h"
+#include "ghostscript/Dialect.h"
+#include "system/Conversions.h"
+#include "system/Error.h"
+#include "system/FileHelpers.h"
+#include "system/Paths.h"
+#include "system/modLog.h"
+#include "system/modUtil.h"
+#include "ui/modLocalize.h"
+
+namespace tessary {
+
+namespace {
+
+constexpr std::int32_t kDefaultTimeout = 300;
+constexpr std::int32_t kOldestMajor = 8, kOldestMinor = 50;
+constexpr const char* kFontSuffix = " (truetype)";
+
+/// The file that the located version is given: the parameter file itself, or its translation beside it.
+std::string ParametersFor(Run& run, const std::string& parameterFile, std::int32_t major) {
+  const std::string text = ReadFile(run, parameterFile);
+  const std::string translated = TranslateParameters(text, major);
+  if (translated == text) return parameterFile;
+  const std::string file = parameterFile + ".run";
+  WriteBinaryFile(run, file, translated);
+  return file;
+}
+
+std::string TextIfThere(Run& run, const std::string& path) {
+  if (path.empty() || !FileExists(run, path)) return {};
+  return DecodeText(run.host.codePage, ReadTextFile(run, path));
+}
+
+[[noreturn]] void RaiseExitCode(Run& run, std::int32_t exitCode, const std::string& said) {
+  WriteLog(run, "Ghostscript returned exit code " + std::to_string(exitCode) + "\r\nGhostscript output:\r\n" +
+                    said + "\r\n");
+  throw Error(errors::kGhostscriptFailed, "An error occured while running Ghostscript\r\n\r\n" + said);
+}
+
+std::string QuotedSwitch(const std::string& name, const std::string& value) {
+  return "-s" + name + "#\"" + value + "\"";
+}
+
+}  // namespace
+
+std::int32_t GetGhostscriptTimeout(Dictionary& settings) {
+  const std::string text = TrimBlanks(settings.Text("ghostscripttimeout"));
+  const std::int32_t seconds = SafeLong(text);
+  return text == std::to_string(seconds) ? seconds : kDefaultTimeout;
+}
+
+void RunGhostscript(Run& run, Dictionary& settings, const std::string& parameterFile,
+                    const std::string& outputFile) {
+  const std::int32_t timeout = GetGhostscriptTimeout(settings);
+  std::int32_t major = 0, minor = 0;
+  const std::string executable = LocateGhostscript(run, major, minor);
+  if (executable.empty())
+    throw Error(errors::kGhostscriptNotFound,
+                Translate(run, "[L96]Unable to locate Ghostscript installation."));
+  if (major < kOldestMajor || (major == kOldestMajor && minor < kOldestMinor))
+    throw Error(
+        errors::kGhostscriptOld,
+        Translate(run,
+                  "[L161]You have an old version of Ghostscript installed. Ghostscript version 8.50 or newer "
+                  "is required. Please install a newer version."));
+
+  const Command command =
+      run.host.ghostscripts.RunCommand(executable, ParametersFor(run, parameterFile, major));
+  const LaunchResult result = LaunchProcess(run, command, timeout, ParentFolder(run.host.paths, executable));
+  if (result.stillRunning) throw Error(errors::kGhostscriptTimedOut, "Ghostscript timed out");
+  if (result.exitCode != 0)
+    RaiseExitCode(run, result.exitCode, TextIfThere(run, outputFile) + TextIfThere(run, command.errorFile));
+}
+
+bool WritePdfParameterFile(Run& run, const std::string& parameterFile, const std::string& outputFile,
+                           Dictionary& settings, const std::string& stdoutFile,
+                           const std::vector<std::string>& inputFiles) {
+  std::vector<std::string> tokens{"-q", "-dSAFER", "-dNOPAUSE", "-dBATCH", QuotedSwitch("stdout", stdoutFile)};
+  if (const std::string target = settings.Text("target"); !target.empty())
+    tokens.push_back("-dPDFSETTINGS#/" + ToLower(target));
+  const std::string fonts = GetSpecialFolder(run, folders::kFonts).value_or("");
+  for (const std::string& token :
+       {std::string("-sDEVICE#pdfwrite"), QuotedSwitch("FONTPATH", fonts),
+        QuotedSwitch("OutputFile", outputFile), std::string("-dCompatibilityLevel#1.6"), std::string("-c"),
+        std::string(".setpdfwrite"), std::string("-f")})
+    tokens.push_back(token);
+  for (const std::string& input : inputFiles) tokens.push_back('"' + input + '"');
+
+  std::string text;
+  for (const std::string& token : tokens) text.append(token).append("\r\n");
+  WriteTextFile(run, parameterFile, text);
+  return true;
+}
+
+Dictionary GetInstalledFonts(Run& run) {
+  const std::string suffix = kFontSuffix;
+  Dictionary fonts;
+  for (const FontEntry& font : run.host.shell.InstalledFonts())
+    if (!font.file.empty() && ToLower(font.name).ends_with(suffix))
+      fonts.Set(font.file, font.name.substr(0, font.name.size() - suffix.size()));
+  SortCollection(fonts, "");
+  return fonts;
+}
+
+}  // namespace tessary

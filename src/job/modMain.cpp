@@ -1,0 +1,207 @@
+#include "job/modMain.h"
+
+#include <new>
+
+#include "config/modConfig.h"
+#include "config/modFolders.h"
+#include "job/modMakePDF.h"
+#include "job/modProject.h"
+#include "system/Conversions.h"
+#include "system/Error.h"
+#include "system/FileHelpers.h"
+#include "system/Paths.h"
+#include "system/modComCtl.h"
+#include "system/modCustom.h"
+#include "system/modInstances.h"
+#include "system/modLog.h"
+#include "system/modUtil.h"
+#include "ui/modLocalize.h"
+#include "ui/modSharedGUI.h"
+
+namespace tessary {
+
+namespace {
+
+constexpr const char* kDictionaryComponent = "Scripting.Dictionary";
+constexpr std::int32_t kOutOfMemory = 7;
+
+/// With a side-by-side manifest the shell's library is loaded and the common controls are started. 0 without
+/// one.
+ModuleHandle LoadForManifest(Run& run) {
+  const PathStyle& style = run.host.paths;
+  const std::string manifest =
+      JoinPath(style, GetProgramFolder(run), BaseNameOf(style, run.host.programFile) + ".exe.Manifest");
+  if (!FileExists(run, manifest)) return 0;
+  const ModuleHandle module = run.host.components.LoadModule("shell32.dll");
+  InitCommonControls(run);
+  return module;
+}
+
+bool IsDictionaryThere(Run& run) {
+  try {
+    CreateObjectChecked(run, kDictionaryComponent);
+    return true;
+  } catch (const Error& error) {
+    if (error.number() == failures::kComponentMissing) return false;
+    throw;
+  }
+}
+
+std::int32_t ReportMissingComponent(Run& run) {
+  ShowMessage(run,
+              "The Scripting.Dictionary component is missing from your computer.\r\n\r\n"
+              "A web page will now open with a link to the download of Microsoft Windows Scripting Host (WSH)."
+              " After the installation of WSH your system should have the required components.",
+              box::kForeground);
+  OpenScriptingDownloadPage(run, kDictionaryComponent);
+  return exitcodes::kNothingDone;
+}
+
+/// The job's PostScript file, which must be there and hold something.
+std::string RequirePostScript(Run& run, const std::string& given) {
+  const std::string file = FullPath(run.host, run.host.paths.Native(given));
+  const auto found = run.host.files.Find(file);
+  if (given.empty() || !found || found->kind == FileKind::Folder)
+    throw Error(errors::kPostScriptMissing, "Unable to find postscript file '" + given + "'.");
+  if (found->kind != FileKind::Plain) return file;
+  if (const auto opened = run.host.files.Open(file, OpenMode::Read); !opened.ok())
+    throw Error(opened.failure.number, "Unable to read postscript file '" + file + "'. " + opened.failure.text);
+  // Ghostscript would make a blank page of nothing, and that page would take the place of an earlier document.
+  if (found->size == 0) throw Error(errors::kPostScriptMissing, "The postscript file '" + file + "' is empty.");
+  return file;
+}
+
+std::int32_t IconFlags(const std::string& icon) {
+  const std::string name = ToLower(icon);
+  if (name == "error") return box::kCritical;
+  if (name == "exclamation") return box::kExclamation;
+  return box::kInformation;
+}
+
+std::int32_t EditSettings(Run& run) {
+  if (!IsOptionDialogDisabled(run)) return exitcodes::kNothingDone;
+  ShowMessage(run, "Options dialog is disabled.", box::kInformation + box::kForeground);
+  return exitcodes::kNothingDone;
+}
+
+/// The stages of the run. `stage` names the one under way for the error box; it is in no log.
+std::int32_t RunStages(Run& run, std::string& stage) {
+  JobState& job = run.job;
+  Dictionary& parameters = job.CommandLineParameters;
+  const auto parameter = [&parameters](const char* name) {
+    return parameters.Exists(name) ? parameters.Text(name) : std::string();
+  };
+
+  stage = "Parse command line";
+  parameters = ParseCommandLine(run.host.commandLine);
+  stage = "Read Session Id from parameters";
+  job.SessionId = parameter("sessionid");
+  RemoveOldLogFile(run);
+  WriteLog(run, "Command Line: " + run.host.commandLine);
+
+  stage = "Read PS file from parameters";
+  std::string psFile;
+  if (parameters.Exists("ps")) psFile = RequirePostScript(run, parameter("ps"));
+  stage = "Read message from parameters";
+  const std::string message = UnescapeMessage(parameter("msg"));
+  stage = "Read icon type from parameters";
+  const std::string icon = parameter("icon");
+  if (!message.empty()) {
+    ShowMessage(run, message, IconFlags(icon) + box::kForeground);
+    return exitcodes::kDone;
+  }
+
+  stage = "Read document name from parameters";
+  job.DocumentName = parameter("doc");
+  stage = "Read printer name from parameters";
+  job.PrinterName = parameter("printer");
+  job.InstanceName = GetInstanceFromPrinterName(job.PrinterName);
+
+  if (psFile.empty()) return EditSettings(run);
+  stage = "Make PDF";
+  return MakePDF(run, psFile);
+}
+
+void LogQuietly(Run& run, const std::string& message) {
+  try {
+    WriteLog(run, message);
+  } catch (const Error&) {
+    // The handler is the end of the road: the box has been shown, and the clean-up is still to come.
+  }
+}
+
+void HandleError(Run& run, const Error& error, const std::string& stage, ModuleHandle module) {
+  const std::string what = "Error " + std::to_string(error.number()) + ": " + error.description();
+  if (!run.job.SuppressErrors)
+    ShowMessage(run, Translate(run, "[L109]An error occured.") + "\r\n\r\n" + what + "\r\n\r\n" + stage,
+                box::kCritical);
+  LogQuietly(run, "Error handler. " + what);
+  if (module != 0) run.host.components.UnloadModule(module);
+  CleanupSessionFiles(run, true);
+}
+
+/// True if the end of the run has to leave this file of the session.
+bool StaysAfterRun(Run& run, const std::string& name, bool keepLogs) {
+  return run.job.DebugSetting || (keepLogs && ToLower(name).ends_with(".log"));
+}
+
+bool IsOfSession(Run& run, const std::string& name) {
+  const std::string& session = run.job.SessionId;
+  if (session.empty()) return false;
+  return run.host.paths.ignoresCase ? ToLower(name).starts_with(ToLower(session)) : name.starts_with(session);
+}
+
+}  // namespace
+
+std::int32_t Main(Run& run) {
+  std::string stage;
+  ModuleHandle module = 0;
+  try {
+    module = LoadForManifest(run);
+    run.job.ExitCode = IsDictionaryThere(run) ? RunStages(run, stage) : ReportMissingComponent(run);
+  } catch (const Error& error) {
+    HandleError(run, error, stage, module);
+    return exitcodes::kError;
+  } catch (const std::bad_alloc&) {
+    HandleError(run, Error(kOutOfMemory, "Out of memory"), stage, module);
+    return exitcodes::kError;
+  }
+  if (module != 0) run.host.components.UnloadModule(module);
+  CleanupSessionFiles(run, false);
+  return run.job.ExitCode;
+}
+
+void CleanupSessionFiles(Run& run, bool keepLogs) {
+  static constexpr std::int64_t kOldSeconds = 2 * 24 * 3600;
+  if (IsDebugRun(run)) return;
+  std::string folder;
+  try {
+    folder = GetTemporaryFolder(run);
+  } catch (const Error&) {
+    return;
+  }
+  const std::int64_t now = run.host.clock.UnixTime();
+  for (const FileInfo& file : run.host.files.List(folder).value) {
+    if (file.kind != FileKind::Plain) continue;
+    const bool ofSession = IsOfSession(run, file.name) && !StaysAfterRun(run, file.name, keepLogs);
+    if (ofSession || now - file.modified > kOldSeconds)
+      run.host.files.Remove(JoinPath(run.host.paths, folder, file.name));
+  }
+}
+
+bool IsOptionDialogDisabled(Run& run) {
+  std::string settingsFile;
+  const Settings settings = LoadConfig(run, true, settingsFile);
+  return ToLower(TrimBlanks(settings->Text("disableoptiondialog"))) == "yes";
+}
+
+void OpenScriptingDownloadPage(Run& run, const std::string& context) {
+  const COpSysInfo& system = GetOpSysInfo(run);
+  ShellOpen(run, "https://" + GetVendorSite() + "/dispatch/?action=ScriptingDownload&productid=pdf&major=" +
+                     std::to_string(system.MajorVersion()) + "&minor=" + std::to_string(system.MinorVersion()) +
+                     "&platform=" + std::to_string(system.PlatformID()) +
+                     "&buildnumber=" + std::to_string(system.BuildNumber()) +
+                     "&context=" + UrlEncode(EncodeText(run.host.codePage, context)));
+}
+
+}  // namespace tessary

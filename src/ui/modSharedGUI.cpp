@@ -1,0 +1,54 @@
+#include "ui/modSharedGUI.h"
+
+#include <cstdio>
+#include <string_view>
+
+#include "system/Conversions.h"
+#include "system/Error.h"
+#include "system/modCustom.h"
+#include "system/modLog.h"
+
+namespace tessary {
+
+namespace {
+
+std::string_view ButtonName(std::int32_t button) {
+  switch (button) {
+    case box::kAnswerCancel:
+      return "Cancel";
+    case box::kAnswerRetry:
+      return "Retry";
+    case box::kAnswerYes:
+      return "Yes";
+    case box::kAnswerNo:
+      return "No";
+    default:
+      return "OK";
+  }
+}
+
+}  // namespace
+
+std::int32_t ShowMessage(Run& run, const std::string& text, std::int32_t flags) {
+  const BoxAnswer answer = run.host.desktop.ShowBox(text, GetProductName(), flags);
+  if (!answer.shown) {
+    try {
+      WriteLog(run, "Message without a display, answered with " + std::string(ButtonName(answer.button)) +
+                        ": " + text);
+    } catch (const Error&) {
+      // The text stands on standard error; a log that cannot be written must not turn a message into a failure.
+    }
+  }
+  return answer.button;
+}
+
+std::string ColorToHex(std::int32_t color) {
+  std::int32_t red = 0, green = 0, blue = 0;
+  SplitColor(color, red, green, blue);
+  char text[40];
+  std::snprintf(text, sizeof text, "#%02X%02X%02X", static_cast<unsigned>(red), static_cast<unsigned>(green),
+                static_cast<unsigned>(blue));
+  return text;
+}
+
+}  // namespace tessary
