@@ -122,7 +122,8 @@ void ConvertRetiredSize(Dictionary& settings) {
 }
 
 void AddMissing(Dictionary& settings) {
-  for (const auto& [key, value] : *GetDefaultConfig())
+  const Settings defaults = GetDefaultConfig();
+  for (const auto& [key, value] : *defaults)
     if (!settings.Exists(key)) settings.Add(key, value);
 }
 
