@@ -18,10 +18,10 @@ Result<std::unique_ptr<File>> OpenPatiently(Run& run, const std::string& path) {
   const std::int64_t start = seconds();
   for (;;) {
     auto file = run.host.files.Open(path, OpenMode::Append);
+    if (file.failure.number == failures::kTooManyFiles) return file;
     if (!file.ok()) run.host.clock.SleepFor(kPauseMilliseconds);
     run.host.desktop.PumpMessages();
-    if (file.ok() || file.failure.number == failures::kTooManyFiles || seconds() - start > kPatienceSeconds)
-      return file;
+    if (file.ok() || seconds() - start > kPatienceSeconds) return file;
   }
 }
 

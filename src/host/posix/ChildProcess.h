@@ -1,0 +1,58 @@
+// A child program of this process, as the kernel has it.
+#pragma once
+
+#include <cstdint>
+#include <poll.h>
+#include <string>
+#include <sys/types.h>
+#include <vector>
+
+#include "host/Failure.h"
+#include "host/posix/UniqueFd.h"
+
+namespace tessary {
+
+/// How a child is started.
+struct ChildSetup {
+  std::vector<std::string> arguments;  ///< the program's path comes first; PATH is not searched
+  std::string folder;                  ///< empty: the folder of this process
+  bool hidden = true;       ///< its standard streams lead nowhere; otherwise it has those of this process
+  int output = -1;          ///< if not -1: the descriptor that becomes its standard output
+  int error = -1;           ///< the same for its standard error
+  bool ownSession = false;  ///< it is away from the terminal, and from the signals that come from there
+};
+
+/// A child that was started. It runs on when the object goes.
+class ChildProcess {
+ public:
+  ChildProcess() = default;
+
+  /// Fails with the system's reason when the program or the folder is missing or may not be used; no process is
+  /// left then.
+  static Result<ChildProcess> Start(const ChildSetup& setup);
+
+  [[nodiscard]] pid_t Id() const { return id_; }
+  /// Readable as soon as the child has ended, for poll(2).
+  [[nodiscard]] int Fd() const { return fd_.Get(); }
+  /// See Process in host/Processes.h.
+  bool Wait(int milliseconds);
+  [[nodiscard]] std::int32_t ExitCode() const { return exitCode_; }
+
+  /// Ends a child that has its own session, with everything that it started there, and waits for its end.
+  void Kill();
+
+ private:
+  pid_t id_ = 0;
+  UniqueFd fd_;
+  bool ended_ = false;
+  std::int32_t exitCode_ = 0;
+};
+
+/// Milliseconds on a clock that never goes back.
+std::int64_t MonotonicMilliseconds();
+
+/// poll(2) on `entries` until something happens or the clock of MonotonicMilliseconds reaches `deadline`. False
+/// when it is over.
+bool PollUntil(std::int64_t deadline, pollfd* entries, unsigned count);
+
+}  // namespace tessary
