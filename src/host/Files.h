@@ -51,6 +51,8 @@ class FileLock {
   virtual ~FileLock() = default;
 };
 
+/// A path whose folder is missing fails with kPathNotFound wherever a file or folder would be made, a missing
+/// file with kFileNotFound, a path with a NUL or of impossible length with kBadFileName.
 class Files {
  public:
   virtual ~Files() = default;

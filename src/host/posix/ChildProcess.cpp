@@ -29,6 +29,7 @@ class SpawnPlan {
     }
     if (setup.output >= 0) posix_spawn_file_actions_adddup2(&actions_, setup.output, STDOUT_FILENO);
     if (setup.error >= 0) posix_spawn_file_actions_adddup2(&actions_, setup.error, STDERR_FILENO);
+    if (setup.hidden) posix_spawn_file_actions_addclosefrom_np(&actions_, STDERR_FILENO + 1);
 
     // The two signals that this process ignores (PosixMachine) mean something to other programs.
     sigset_t defaults;
