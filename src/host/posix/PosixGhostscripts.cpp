@@ -30,7 +30,7 @@ std::string Listen(ChildProcess& child, int pipe) {
   std::string answer;
   std::array<pollfd, 2> entries = {pollfd{child.Fd(), POLLIN, 0}, pollfd{pipe, POLLIN, 0}};
   const std::int64_t deadline = MonotonicMilliseconds() + kMostMilliseconds;
-  while (PollUntil(deadline, entries.data(), entries.size())) {
+  while (MonotonicMilliseconds() < deadline && PollUntil(deadline, entries.data(), entries.size())) {
     if (entries[1].revents != 0) {
       if (!ReadSome(pipe, answer)) entries[1].fd = -1;
     } else if (entries[0].revents != 0) {
