@@ -34,6 +34,7 @@ struct Host {
   CodePage codePage = CodePage::Utf8;
   std::string programFile;    ///< full path of the running program
   std::string workingFolder;  ///< the folder that the process was started in, full path
+  std::string standardInput;  ///< the path by which the standard input of the process is opened
   std::string commandLine;    ///< its raw command line, without the program itself
 };
 

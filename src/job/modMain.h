@@ -5,17 +5,10 @@
 #include <cstdint>
 #include <string>
 
+#include "system/ExitCodes.h"
 #include "system/Run.h"
 
 namespace tessary {
-
-/// What the program answers to whoever started it.
-namespace exitcodes {
-inline constexpr std::int32_t kDone = 0;          ///< the run did what it was started for
-inline constexpr std::int32_t kError = 1;         ///< the error handler ran
-inline constexpr std::int32_t kNotDelivered = 2;  ///< the document could not be delivered
-inline constexpr std::int32_t kNothingDone = 3;   ///< the user cancelled, or there was nothing to do
-}  // namespace exitcodes
 
 /// One whole run, from the host's command line to the clean-up. Returns one of `exitcodes`.
 std::int32_t Main(Run& run);

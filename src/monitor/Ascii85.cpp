@@ -74,7 +74,7 @@ void Ascii85Encoder::PutGroups(std::string_view bytes) {
   while (from != end) {
     const std::size_t count =
         std::min(static_cast<std::size_t>(end - from) / kGroup, kGroupsPerLine - groupsInLine_);
-    char* const start = writer_.Reserve(1 + count * kCode + 2);
+    char* const start = writer_.Reserve();
     char* out = start;
     if (groupsInLine_ == 0) *out++ = ' ';
     for (std::size_t group = 0; group < count; ++group, from += kGroup) {

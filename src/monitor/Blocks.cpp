@@ -44,15 +44,15 @@ void BlockReader::Fail(const Failure& failure) {
 
 void BlockWriter::Append(std::string_view bytes) {
   while (!bytes.empty()) {
-    const std::size_t size = std::min(bytes.size(), kBlockSize);
-    std::memcpy(Reserve(size), bytes.data(), size);
+    const std::size_t size = std::min(bytes.size(), kReserveSize);
+    std::memcpy(Reserve(), bytes.data(), size);
     Commit(size);
     bytes.remove_prefix(size);
   }
 }
 
-char* BlockWriter::Reserve(std::size_t size) {
-  if (kBlockSize - filled_ < size) Flush();
+char* BlockWriter::Reserve() {
+  if (filled_ >= kBlockSize) Write(kBlockSize);
   return block_.get() + filled_;
 }
 
@@ -68,14 +68,15 @@ void BlockWriter::ReturnTo(std::uint64_t position) {
 }
 
 Failure BlockWriter::Finish() {
-  Flush();
+  Write(filled_);
   return failure_;
 }
 
-void BlockWriter::Flush() {
-  if (!failure_) failure_ = file_.Write({block_.get(), filled_});
-  written_ += filled_;
-  filled_ = 0;
+void BlockWriter::Write(std::size_t size) {
+  if (!failure_) failure_ = file_.Write({block_.get(), size});
+  written_ += size;
+  filled_ -= size;
+  std::memmove(block_.get(), block_.get() + size, filled_);
 }
 
 }  // namespace tessary

@@ -11,7 +11,8 @@
 
 namespace tessary {
 
-inline constexpr std::size_t kBlockSize = 256 * 1024;  ///< stays in the cache between reading and writing
+inline constexpr std::size_t kBlockSize = 256 * 1024;   ///< stays in the cache between reading and writing
+inline constexpr std::size_t kReserveSize = 64 * 1024;  ///< the most that a writer makes room for at a time
 
 /// Reads a range of a file through a window that moves over it. After a failure the range reads as if it ended
 /// where the failure happened; whoever reads asks for the failure at the end.
@@ -54,9 +55,8 @@ class BlockWriter {
   explicit BlockWriter(File& file) : file_(file) {}
 
   void Append(std::string_view bytes);
-  /// Room for `size` bytes, at most kBlockSize, at the end of what has been written; Commit says how many of
-  /// them were used.
-  char* Reserve(std::size_t size);
+  /// Room for kReserveSize bytes at the end of what has been written; Commit says how many of them were used.
+  char* Reserve();
   void Commit(std::size_t size) { filled_ += size; }
 
   [[nodiscard]] std::uint64_t Position() const { return written_ + filled_; }
@@ -66,10 +66,10 @@ class BlockWriter {
   Failure Finish();
 
  private:
-  void Flush();
+  void Write(std::size_t size);
 
   File& file_;
-  std::unique_ptr<char[]> block_ = std::make_unique_for_overwrite<char[]>(kBlockSize);
+  std::unique_ptr<char[]> block_ = std::make_unique_for_overwrite<char[]>(kBlockSize + kReserveSize);
   std::size_t filled_ = 0;
   std::uint64_t written_ = 0;
   Failure failure_;

@@ -5,8 +5,9 @@
 
 #include "monitor/Ascii85.h"
 #include "monitor/Blocks.h"
+#include "monitor/CleanText.h"
 #include "monitor/DocumentRange.h"
-#include "monitor/Lines.h"
+#include "monitor/Passages.h"
 
 namespace tessary {
 
@@ -30,7 +31,7 @@ constexpr std::string_view kDataFollows = "TessaryData\r\n";
 
 class Spooler {
  public:
-  Spooler(BlockReader& reader, BlockWriter& writer) : lines_(reader), writer_(writer) {}
+  Spooler(BlockReader& reader, BlockWriter& writer) : reader_(reader), writer_(writer) {}
 
   void Spool() {
     CopyHeader();
@@ -43,25 +44,23 @@ class Spooler {
  private:
   /// The comments at the head of the document, up to the first line that is something else.
   void CopyHeader() {
-    Line line = lines_.Peek();
-    while (IsHeaderLine(line)) {
+    for (Line line = reader_.PeekLine(); IsHeaderLine(line); line = reader_.PeekLine()) {
       const bool last = line.text.starts_with("%%EndComments");
       Put(line);
       if (last) return;
-      line = lines_.Peek();
     }
   }
 
   static bool IsHeaderLine(const Line& line) {
     if (line.end == LineEnd::None) return false;
     if (line.text.find_first_not_of(" \t\f") == std::string_view::npos) return true;
-    return line.comment && !line.text.starts_with("%%Page:") && !line.text.starts_with("%%Begin");
+    return line.text.starts_with('%') && !line.text.starts_with("%%Page:") && !line.text.starts_with("%%Begin");
   }
 
   void CopySection() {
-    const std::uint64_t from = lines_.Position(), to = writer_.Position();
+    const std::uint64_t from = reader_.Position(), to = writer_.Position();
     if (CopyAsText()) return;
-    lines_.ReturnTo(from);
+    reader_.ReturnTo(from);
     writer_.ReturnTo(to);
     CopyAsData();
   }
@@ -70,10 +69,10 @@ class Spooler {
   bool CopyAsText() {
     depth_ = 0;
     LineEnd common = LineEnd::None;
-    for (Line line = lines_.Peek(); !EndsSection(line); line = lines_.Peek()) {
-      if (common == LineEnd::None) common = line.end;
-      if (!lines_.IsText(line) || (line.end != LineEnd::None && line.end != common)) return false;
-      Put(line);
+    for (std::string_view passage; !(passage = NextInSection()).empty(); reader_.Skip(passage)) {
+      if (common == LineEnd::None) common = FirstLineEnd(passage);
+      if (!HasOnlyLineEnds(passage, common) || !IsCleanText(passage, reader_.BeginsLine())) return false;
+      WriteLines(writer_, passage, common);
     }
     return true;
   }
@@ -82,39 +81,38 @@ class Spooler {
     depth_ = 0;
     writer_.Append(kDataFollows);
     Ascii85Encoder encoder(writer_);
-    for (Line line = lines_.Peek(); !EndsSection(line); line = lines_.Peek()) {
-      encoder.Append(line.raw);
-      lines_.Skip(line);
-    }
+    for (std::string_view passage; !(passage = NextInSection()).empty(); reader_.Skip(passage))
+      encoder.Append(passage);
     encoder.Finish();
   }
 
-  /// True at the next page and at the end of the document. Pages of documents within the document do not count.
-  bool EndsSection(const Line& line) {
-    if (line.raw.empty()) return true;
-    if (!line.begins || !line.text.starts_with("%%")) return false;
-    if (line.text.starts_with("%%BeginDocument:")) ++depth_;
-    if (line.text.starts_with("%%EndDocument") && depth_ > 0) --depth_;
-    return depth_ == 0 && line.text.starts_with("%%Page:");
+  /// The next passage, or nothing at the next page and at the end of the document. Pages of documents within
+  /// the document do not count.
+  std::string_view NextInSection() {
+    const std::string_view passage = reader_.PeekPassage();
+    if (!reader_.BeginsLine()) return passage;
+    if (passage.starts_with("%%BeginDocument:")) ++depth_;
+    if (passage.starts_with("%%EndDocument") && depth_ > 0) --depth_;
+    return depth_ == 0 && passage.starts_with("%%Page:") ? std::string_view() : passage;
   }
 
   bool CopyPageLine() {
-    Line line = lines_.Peek();
-    if (line.raw.empty()) return false;
-    for (; !line.ends; line = lines_.Peek()) Put(line);
-    Put(line);
-    return true;
+    Line line = reader_.PeekLine();
+    const bool found = line.size > 0;
+    for (; line.size > 0 && line.end == LineEnd::None; line = reader_.PeekLine()) Put(line);
+    if (line.size > 0) Put(line);
+    return found;
   }
 
   void Put(const Line& line) {
     writer_.Append(line.text);
-    if (line.ends) writer_.Append("\r\n");
-    lines_.Skip(line);
+    if (line.end != LineEnd::None) writer_.Append("\r\n");
+    reader_.Skip(line);
   }
 
-  LineReader lines_;
+  PassageReader reader_;
   BlockWriter& writer_;
-  int depth_ = 0;  ///< documents around the current line, within the document itself
+  int depth_ = 0;  ///< documents around the current place, within the document itself
 };
 
 }  // namespace

@@ -29,7 +29,7 @@ struct JobState {
   std::int32_t FileCount = 0;             ///< files delivered
   std::string OutputFile;                 ///< the expanded `output`
   std::shared_ptr<Dictionary> JobConfig;  ///< null: no settings had been resolved
-  std::int32_t ExitCode = 0;              ///< see ExitCodes in job/modMain.h
+  std::int32_t ExitCode = 0;              ///< one of system/ExitCodes.h
 };
 
 struct LogState {

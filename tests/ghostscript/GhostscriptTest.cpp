@@ -59,8 +59,8 @@ TEST(Dialect, NewerVersionsReadOtherQuotes) {
       "-dNumber#1\r\n-c\r\n.setpdfwrite\r\n-f\r\n\"/t/a\"b 5%.ps\"\r\n";
   EXPECT_EQ(TranslateParameters(fixed, 8), fixed);
   EXPECT_EQ(TranslateParameters(fixed, 10),
-            "-q\r\n\"-sstdout#/t/50% a\\\"b.out\"\r\n\"-sDEVICE#pdfwrite\"\r\n\"-sOwnerPassword#a b\"\r\n"
-            "\"-sOutputFile#/t/5%% \\\"q\\\"_%08d.png\"\r\n-dNumber#1\r\n-f\r\n\"/t/a\\\"b 5%.ps\"\r\n");
+            "-q\r\n\"-sstdout=/t/50% a\\\"b.out\"\r\n\"-sDEVICE=pdfwrite\"\r\n\"-sOwnerPassword=a b\"\r\n"
+            "\"-sOutputFile=/t/5%% \\\"q\\\"_%08d.png\"\r\n-dNumber#1\r\n-f\r\n\"/t/a\\\"b 5%.ps\"\r\n");
 }
 
 TEST_F(GhostscriptTest, RegistrySearchTakesTheHighest) {
@@ -137,7 +137,7 @@ TEST_F(GhostscriptTest, NewerVersionsGetTheTranslatedFile) {
   machine.processes.Expect(R"(cmd /c ""D:\gs10\gswin32c.exe" @"C:\Temp\x_params.gs.run")");
   EXPECT_EQ(Raised(), "nothing raised");
   EXPECT_EQ(machine.files.Text(kParameters), "-sstdout#\"x\"\r\n");
-  EXPECT_EQ(machine.files.Text(kParameters + ".run"), "\"-sstdout#x\"\r\n");
+  EXPECT_EQ(machine.files.Text(kParameters + ".run"), "\"-sstdout=x\"\r\n");
 }
 
 TEST_F(GhostscriptTest, TimeoutIsBelievedWhenItReadsBothWays) {

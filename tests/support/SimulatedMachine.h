@@ -64,6 +64,7 @@ class SimulatedMachine {
              CodePage::Windows1252,
              R"(C:\Program Files\Tessary\gui.exe)",
              R"(C:\)",
+             R"(C:\standard input)",
              ""};
 };
 

@@ -1,0 +1,87 @@
+#!/usr/bin/env python3
+"""Measures whole processes: gui beside a bare Ghostscript that does the same work.
+
+usage: compare.py FOLDER_OF_THE_PROGRAMS
+
+The two run in turn on the same file with the same switches, so that what else the machine does
+falls on both. Prints medians, their ratio and the target; a slow machine fails nothing.
+"""
+
+import os
+import pathlib
+import statistics
+import subprocess
+import sys
+import tempfile
+import time
+
+SWITCHES = ["-q", "-dSAFER", "-dNOPAUSE", "-dBATCH", "-sDEVICE=pdfwrite", "-sFONTPATH=/usr/share/fonts",
+            "-dCompatibilityLevel=1.6"]
+
+
+def document(pages):
+    lines = ["%!PS-Adobe-3.0", f"%%Pages: {pages}", "%%EndComments"]
+    for page in range(1, pages + 1):
+        lines += [f"%%Page: {page} {page}", "/Times-Roman findfont 11 scalefont setfont"]
+        lines += [f"72 {720 - 14 * line} moveto (Page {page}, line {line}: the quick brown fox jumps over the lazy dog.) show"
+                  for line in range(40)]
+        lines += ["showpage"]
+    return "\r\n".join(lines + ["%%EOF", ""])
+
+
+def seconds(command, environment, expected=0):
+    start = time.perf_counter()
+    code = subprocess.run(command, env=environment, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL).returncode
+    duration = time.perf_counter() - start
+    if code != expected:
+        sys.exit(f"{command[0]} ended with exit code {code}; its speed would mean nothing")
+    return duration
+
+
+def peak_memory(command, environment):
+    """The largest resident set of the process itself, in kB, its children left out."""
+    process = subprocess.Popen(command, env=environment, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+    status, peak = pathlib.Path(f"/proc/{process.pid}/status"), 0
+    while process.poll() is None:
+        for line in status.read_text().splitlines():
+            if line.startswith("VmHWM:"):
+                peak = max(peak, int(line.split()[1]))
+        time.sleep(0.002)
+    return peak
+
+
+def in_turn(first, second, environment, repeats):
+    pairs = [(seconds(first, environment), seconds(second, environment)) for _ in range(repeats)]
+    return [statistics.median(column) for column in zip(*pairs)]
+
+
+def report(what, value, target):
+    print(f"{what:<52} {value:>30}   {target}", flush=True)
+
+
+def main():
+    if len(sys.argv) != 2:
+        sys.exit(__doc__)
+    gui = pathlib.Path(sys.argv[1]).resolve() / "gui"
+    with tempfile.TemporaryDirectory(prefix="tessary-bench-") as folder:
+        root = pathlib.Path(folder)
+        environment = os.environ | {"HOME": folder, "XDG_CONFIG_HOME": folder, "TMPDIR": folder}
+        settings = root / "Tessary" / "PDF Printer" / "settings.ini"
+        settings.parent.mkdir(parents=True)
+        settings.write_text(f"[PDF Printer]\noutput={root}/out.pdf\nshowsettings=never\nshowsaveas=never\nshowpdf=no\n")
+        for pages, repeats, target in ((2, 15, 1.4), (1000, 15, 1.05)):
+            source = root / f"{pages}.ps"
+            source.write_text(document(pages), newline="")
+            run = [gui, "sessionid=bench", f"ps={source}"]
+            bare = ["gs", *SWITCHES, f"-sstdout={root}/stdout", f"-sOutputFile={root}/bare.pdf", "-f", source]
+            ours, theirs = in_turn(run, bare, environment, repeats)
+            report(f"{pages} pages: gui, bare gs, ratio", f"{ours * 1000:.1f} ms {theirs * 1000:.1f} ms {ours / theirs:.3f}",
+                   f"at most {target}")
+            report(f"{pages} pages: peak memory of gui", f"{peak_memory(run, environment) / 1000:.1f} MB", "below 10 MB")
+        missing = statistics.median(seconds([gui, "sessionid=bench", f"ps={root}/none.ps"], environment, expected=1)
+                                    for _ in range(15))
+        report("a missing file", f"{missing * 1000:.1f} ms", "below 10 ms")
+
+
+if __name__ == "__main__":
+    main()
