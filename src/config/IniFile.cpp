@@ -24,12 +24,11 @@ std::string_view TakeLine(std::string_view& rest) {
 
 void ReadTree(std::string_view text, Dictionary& root) {
   Dictionary* section = &root;
-  std::shared_ptr<Dictionary> held;
   while (!text.empty()) {
     const std::string line = TrimBlanks(TakeLine(text));
     if (line.size() <= 2) continue;
     if (line.front() == '[' && line.back() == ']') {
-      held = NewDictionary();
+      const auto held = NewDictionary();
       section = held.get();
       root.Set(TrimBlanks(std::string_view(line).substr(1, line.size() - 2)), held);
       continue;

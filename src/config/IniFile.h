@@ -21,8 +21,8 @@ class IniFile {
   [[nodiscard]] const std::shared_ptr<Dictionary>& data() const { return data_; }
   void set_data(std::shared_ptr<Dictionary> tree) { data_ = std::move(tree); }
 
-  /// Replaces the tree by the file's. False on failure, with LastError set and what was read before it in the
-  /// tree.
+  /// Replaces the tree by the file's. Lines end in CR LF, LF or CR. False on failure, with LastError set and an
+  /// empty tree.
   bool Load(const std::string& fileName);
 
   /// Writes the tree, in one step. False on failure, with LastError set and the old file as it was.

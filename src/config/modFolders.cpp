@@ -1,7 +1,8 @@
 #include "config/modFolders.h"
 
 #include <algorithm>
-#include <vector>
+#include <initializer_list>
+#include <optional>
 
 #include "system/Error.h"
 #include "system/FileHelpers.h"
@@ -25,27 +26,45 @@ std::string OwnPart(Run& run, const std::string& base) {
   return WithoutOneSeparator(style, base) + style.separator + company + style.separator + product;
 }
 
-/// The first of `shared`, each with the program's own part, the machine setting and the folder below the
-/// program that is or can be made a folder.
-std::string FirstFolder(Run& run, const std::vector<std::string>& shared, const std::string& setting,
-                        const std::string& lastResort) {
-  std::vector<std::string> candidates;
-  for (const std::string& base : shared)
-    if (!base.empty()) candidates.push_back(OwnPart(run, run.host.paths.Native(base)));
-  if (const std::string machine = GetMachineSetting(run, setting); !machine.empty())
-    candidates.push_back(WithoutOneSeparator(run.host.paths, run.host.paths.Native(machine)));
-  candidates.push_back(JoinPath(run.host.paths, GetProgramFolder(run), lastResort));
+/// Tries candidates one after the other and keeps the first that is or can be made a folder.
+class FolderWalk {
+ public:
+  explicit FolderWalk(Run& run) : run_(run) {}
 
-  std::optional<Error> lastError;
-  for (const std::string& candidate : candidates) {
+  void Try(const std::string& candidate) {
     try {
-      if (EnsureFolder(run, candidate, true)) return candidate;
+      if (EnsureFolder(run_, candidate, true)) found_ = candidate;
     } catch (const Error& error) {
-      lastError = error;
+      lastError_ = error;
     }
   }
-  if (lastError) throw Error(*lastError);
-  return {};
+  [[nodiscard]] bool Searching() const { return found_.empty(); }
+
+  /// The folder, or the error of the last candidate; empty where nothing was tried in vain.
+  [[nodiscard]] std::string Result() const {
+    if (found_.empty() && lastError_) throw Error(*lastError_);
+    return found_;
+  }
+
+ private:
+  Run& run_;
+  std::string found_;
+  std::optional<Error> lastError_;
+};
+
+/// Walks the folders that `shared` names, with the program's own part, then the machine setting, then the
+/// folder below the program.
+std::string FirstFolder(Run& run, std::initializer_list<std::string> shared, const std::string& setting,
+                        const std::string& lastResort) {
+  const PathStyle& style = run.host.paths;
+  FolderWalk walk(run);
+  for (const std::string& base : shared)
+    if (walk.Searching() && !base.empty()) walk.Try(OwnPart(run, style.Native(base)));
+  if (walk.Searching())
+    if (const std::string machine = GetMachineSetting(run, setting); !machine.empty())
+      walk.Try(WithoutOneSeparator(style, style.Native(machine)));
+  if (walk.Searching()) walk.Try(JoinPath(style, GetProgramFolder(run), lastResort));
+  return walk.Result();
 }
 
 }  // namespace

@@ -8,7 +8,8 @@ namespace {
 
 constexpr std::int32_t kFirstOtherVersion = 9;
 constexpr std::string_view kLineEnd = "\r\n";
-constexpr std::string_view kPagePattern = "%08d";
+constexpr std::string_view kPagePattern = "%08d.";
+constexpr std::string_view kStartUp = "-c\r\n.setpdfwrite\r\n";
 
 bool IsQuoted(std::string_view token) {
   return token.size() >= 2 && token.front() == '"' && token.back() == '"';
@@ -20,24 +21,25 @@ std::string_view Unquoted(std::string_view token) {
 
 std::string Quoted(std::string_view token) { return '"' + ReplaceAll(token, "\"", "\\\"") + '"'; }
 
-/// Doubles every "%" but that of the page pattern.
+/// Doubles every "%" but that of a page pattern right before the extension.
 std::string EscapePercents(std::string_view path) {
-  std::string escaped;
-  for (std::size_t i = 0; i < path.size(); ++i) {
-    escaped += path[i];
-    if (path[i] == '%' && !path.substr(i).starts_with(kPagePattern)) escaped += '%';
-  }
-  return escaped;
+  const std::size_t pattern = path.rfind(kPagePattern);
+  const bool isPattern = pattern != std::string_view::npos &&
+                         path.find_first_of("./\\", pattern + kPagePattern.size()) == std::string_view::npos;
+  std::string escaped = ReplaceAll(path.substr(0, isPattern ? pattern : path.size()), "%", "%%");
+  return isPattern ? escaped.append(path.substr(pattern)) : escaped;
 }
 
-/// One token of the file; empty for one that is dropped.
 std::string TranslateToken(std::string_view token) {
-  if (token == "-c" || token == ".setpdfwrite") return {};
   if (IsQuoted(token)) return Quoted(Unquoted(token));
   const std::size_t joiner = token.find('#');
-  if (!token.starts_with("-s") || joiner == std::string_view::npos) return std::string(token);
-  const std::string_view name = token.substr(0, joiner + 1), value = Unquoted(token.substr(joiner + 1));
-  return Quoted(std::string(name).append(name == "-sOutputFile#" ? EscapePercents(value) : std::string(value)));
+  if (token.starts_with("-s") && joiner != std::string_view::npos) {
+    const std::string name(token.substr(0, joiner));
+    const std::string_view value = Unquoted(token.substr(joiner + 1));
+    return Quoted(name + '=' + (name == "-sOutputFile" ? EscapePercents(value) : std::string(value)));
+  }
+  // A blank in a setting must not make two switches of one.
+  return token.find_first_of(" \t\"") == std::string_view::npos ? std::string(token) : Quoted(token);
 }
 
 }  // namespace
@@ -46,9 +48,12 @@ std::string TranslateParameters(std::string_view text, std::int32_t majorVersion
   if (majorVersion < kFirstOtherVersion) return std::string(text);
   std::string translated;
   while (!text.empty()) {
+    if (text.starts_with(kStartUp)) {
+      text.remove_prefix(kStartUp.size());
+      continue;
+    }
     const std::size_t end = text.find(kLineEnd);
-    const std::string token = TranslateToken(text.substr(0, end));
-    if (!token.empty()) translated.append(token).append(kLineEnd);
+    translated.append(TranslateToken(text.substr(0, end))).append(kLineEnd);
     text.remove_prefix(end == std::string_view::npos ? text.size() : end + kLineEnd.size());
   }
   return translated;

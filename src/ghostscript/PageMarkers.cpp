@@ -2,6 +2,7 @@
 
 #include "ghostscript/modGhostScript.h"
 #include "system/Conversions.h"
+#include "system/FileHelpers.h"
 #include "system/modLog.h"
 
 namespace tessary {
@@ -12,24 +13,6 @@ constexpr std::size_t kTailBytes = 1000;
 constexpr std::string_view kMarker = "%%[Page:", kMarkerEnd = "]%%";
 constexpr double kLargestPage = 2147483647;
 
-/// The last bytes of a file that another program may be writing; empty on any failure.
-std::string Tail(Run& run, const std::string& path) {
-  const auto file = run.host.files.Open(path, OpenMode::Read);
-  if (!file.ok()) return {};
-  const auto size = file.value->Size();
-  if (!size.ok() || (size.value > kTailBytes && file.value->Seek(size.value - kTailBytes))) return {};
-  std::string tail(kTailBytes, '\0');
-  std::size_t have = 0;
-  while (have < tail.size()) {
-    const auto got = file.value->Read(tail.data() + have, tail.size() - have);
-    if (!got.ok()) return {};
-    if (got.value == 0) break;
-    have += got.value;
-  }
-  tail.resize(have);
-  return tail;
-}
-
 void LogUnreadableMarker(Run& run) {
   if (run.ghostscript.unreadableMarkerLogged) return;
   run.ghostscript.unreadableMarkerLogged = true;
@@ -39,7 +22,7 @@ void LogUnreadableMarker(Run& run) {
 }  // namespace
 
 std::int32_t GetLastOutputPage(Run& run, const std::string& outputFile) {
-  std::string tail = Tail(run, outputFile);
+  std::string tail = ReadTail(run, outputFile, kTailBytes);
   for (std::size_t marker; (marker = tail.rfind(kMarker)) != std::string::npos; tail.resize(marker)) {
     const std::size_t end = tail.find(kMarkerEnd, marker);
     if (end == std::string::npos) continue;  // cut off by the end of a line still being written

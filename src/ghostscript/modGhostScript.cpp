@@ -16,6 +16,7 @@ namespace {
 
 constexpr std::int32_t kDefaultTimeout = 300;
 constexpr std::int32_t kOldestMajor = 8, kOldestMinor = 50;
+constexpr std::size_t kMostWords = 16 * 1024;  // bytes of its output in messages and in the log
 constexpr const char* kFontSuffix = " (truetype)";
 
 /// The file that the located version is given: the parameter file itself, or its translation beside it.
@@ -28,9 +29,12 @@ std::string ParametersFor(Run& run, const std::string& parameterFile, std::int32
   return file;
 }
 
-std::string TextIfThere(Run& run, const std::string& path) {
-  if (path.empty() || !FileExists(run, path)) return {};
-  return DecodeText(run.host.codePage, ReadTextFile(run, path));
+/// What a program said in `file`, which may not be there. A document can print without end before it fails, and
+/// Ghostscript's own words come last.
+std::string LastWords(Run& run, const std::string& file) {
+  const std::string tail = file.empty() ? std::string() : ReadTail(run, file, kMostWords + 1);
+  if (tail.size() <= kMostWords) return DecodeText(run.host.codePage, tail);
+  return "..." + DecodeText(run.host.codePage, std::string_view(tail).substr(1));
 }
 
 [[noreturn]] void RaiseExitCode(Run& run, std::int32_t exitCode, const std::string& said) {
@@ -71,7 +75,7 @@ void RunGhostscript(Run& run, Dictionary& settings, const std::string& parameter
   const LaunchResult result = LaunchProcess(run, command, timeout, ParentFolder(run.host.paths, executable));
   if (result.stillRunning) throw Error(errors::kGhostscriptTimedOut, "Ghostscript timed out");
   if (result.exitCode != 0)
-    RaiseExitCode(run, result.exitCode, TextIfThere(run, outputFile) + TextIfThere(run, command.errorFile));
+    RaiseExitCode(run, result.exitCode, LastWords(run, outputFile) + LastWords(run, command.errorFile));
 }
 
 bool WritePdfParameterFile(Run& run, const std::string& parameterFile, const std::string& outputFile,

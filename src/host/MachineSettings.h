@@ -25,7 +25,7 @@ using RegistryKey = std::uint64_t;
 struct RegistryValue {
   std::int32_t status = 0;  ///< 0, or the platform's status code: kNotFound for a missing value
   std::uint32_t type = 0;
-  std::string data;  ///< the bytes; of a kString value with its terminating NUL
+  std::string data;  ///< the bytes; a kString value is UTF-8 with its terminating NUL
 };
 
 class MachineSettings {

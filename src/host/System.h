@@ -34,7 +34,8 @@ class System {
   /// The version record if the platform fills one of `recordSize` bytes: 156, or 148 without the fields behind
   /// `csdVersion`. Nothing if it refuses that size.
   virtual std::optional<VersionRecord> Version(int recordSize) = 0;
-  /// The value of an environment variable, empty when it is not set.
+  /// The value of an environment variable, empty when it is not set. APPDATA and USERPROFILE are the folders of
+  /// the user's settings and files on every machine; TEMP and TMP are made safe like TempPath.
   virtual std::string Environment(const std::string& name) = 0;
   /// The folder for temporary files, which need not exist. One that other users could write to is not given:
   /// in its place comes a folder of the user's own below it. Empty if there is no safe one.

@@ -57,18 +57,22 @@ std::int32_t ReportMissingComponent(Run& run) {
   return exitcodes::kNothingDone;
 }
 
-/// The job's PostScript file, which must be there and hold something.
+/// The full path of the job's PostScript file, which must be there.
 std::string RequirePostScript(Run& run, const std::string& given) {
-  const std::string file = FullPath(run.host, run.host.paths.Native(given));
-  const auto found = run.host.files.Find(file);
-  if (given.empty() || !found || found->kind == FileKind::Folder)
+  std::string file = FullPath(run.host, run.host.paths.Native(given));
+  if (given.empty() || !FileExists(run, file))
     throw Error(errors::kPostScriptMissing, "Unable to find postscript file '" + given + "'.");
-  if (found->kind != FileKind::Plain) return file;
+  return file;
+}
+
+/// What is there must be readable and hold something.
+void RequireContent(Run& run, const std::string& file) {
+  const auto found = run.host.files.Find(file);
+  if (!found || found->kind != FileKind::Plain) return;
   if (const auto opened = run.host.files.Open(file, OpenMode::Read); !opened.ok())
     throw Error(opened.failure.number, "Unable to read postscript file '" + file + "'. " + opened.failure.text);
   // Ghostscript would make a blank page of nothing, and that page would take the place of an earlier document.
   if (found->size == 0) throw Error(errors::kPostScriptMissing, "The postscript file '" + file + "' is empty.");
-  return file;
 }
 
 std::int32_t IconFlags(const std::string& icon) {
@@ -78,9 +82,9 @@ std::int32_t IconFlags(const std::string& icon) {
   return box::kInformation;
 }
 
-std::int32_t EditSettings(Run& run) {
-  if (!IsOptionDialogDisabled(run)) return exitcodes::kNothingDone;
-  ShowMessage(run, "Options dialog is disabled.", box::kInformation + box::kForeground);
+std::int32_t RunSettingsMode(Run& run) {
+  if (IsOptionDialogDisabled(run))
+    ShowMessage(run, "Options dialog is disabled.", box::kInformation + box::kForeground);
   return exitcodes::kNothingDone;
 }
 
@@ -95,7 +99,7 @@ std::int32_t RunStages(Run& run, std::string& stage) {
   stage = "Parse command line";
   parameters = ParseCommandLine(run.host.commandLine);
   stage = "Read Session Id from parameters";
-  job.SessionId = parameter("sessionid");
+  job.SessionId = SafeFileName(parameter("sessionid"));
   RemoveOldLogFile(run);
   WriteLog(run, "Command Line: " + run.host.commandLine);
 
@@ -117,7 +121,9 @@ std::int32_t RunStages(Run& run, std::string& stage) {
   job.PrinterName = parameter("printer");
   job.InstanceName = GetInstanceFromPrinterName(job.PrinterName);
 
-  if (psFile.empty()) return EditSettings(run);
+  if (psFile.empty()) return RunSettingsMode(run);
+  stage = "Read PS file from parameters";
+  RequireContent(run, psFile);
   stage = "Make PDF";
   return MakePDF(run, psFile);
 }
@@ -145,10 +151,14 @@ bool StaysAfterRun(Run& run, const std::string& name, bool keepLogs) {
   return run.job.DebugSetting || (keepLogs && ToLower(name).ends_with(".log"));
 }
 
+/// The session's files begin with its id and go on with something that is no part of an id: the job "1" leaves
+/// the files of the job "10" alone.
 bool IsOfSession(Run& run, const std::string& name) {
   const std::string& session = run.job.SessionId;
-  if (session.empty()) return false;
-  return run.host.paths.ignoresCase ? ToLower(name).starts_with(ToLower(session)) : name.starts_with(session);
+  if (session.empty() || name.size() <= session.size()) return false;
+  const std::string head = name.substr(0, session.size());
+  const bool same = run.host.paths.ignoresCase ? ToLower(head) == ToLower(session) : head == session;
+  return same && (name[session.size()] == '_' || name[session.size()] == '.');
 }
 
 }  // namespace
@@ -156,9 +166,10 @@ bool IsOfSession(Run& run, const std::string& name) {
 std::int32_t Main(Run& run) {
   std::string stage;
   ModuleHandle module = 0;
+  std::int32_t outcome = exitcodes::kDone;
   try {
     module = LoadForManifest(run);
-    run.job.ExitCode = IsDictionaryThere(run) ? RunStages(run, stage) : ReportMissingComponent(run);
+    outcome = IsDictionaryThere(run) ? RunStages(run, stage) : ReportMissingComponent(run);
   } catch (const Error& error) {
     HandleError(run, error, stage, module);
     return exitcodes::kError;
@@ -167,8 +178,8 @@ std::int32_t Main(Run& run) {
     return exitcodes::kError;
   }
   if (module != 0) run.host.components.UnloadModule(module);
-  CleanupSessionFiles(run, false);
-  return run.job.ExitCode;
+  CleanupSessionFiles(run, outcome == exitcodes::kNotDelivered);  // its log alone says why
+  return outcome;
 }
 
 void CleanupSessionFiles(Run& run, bool keepLogs) {

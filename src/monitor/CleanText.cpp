@@ -12,8 +12,7 @@ constexpr std::size_t kStep = 256;      ///< bytes that are tested before anybod
 constexpr std::size_t kShortLine = 64;  ///< lines up to this length are copied in one step of that length
 constexpr std::size_t kPortion = kReserveSize / 4;
 
-/// True for a byte that is neither printable ASCII nor one of the white space from the tab to the carriage
-/// return.
+/// True for a byte that is neither printable ASCII nor white space (codes 9 to 13).
 constexpr bool IsOdd(char c) {
   return static_cast<unsigned char>(c - ' ') > '~' - ' ' && static_cast<unsigned char>(c - '\t') > '\r' - '\t';
 }
@@ -31,7 +30,7 @@ std::size_t FindOdd(std::string_view text, std::size_t at) {
 
 bool HasOnlyPairs(std::string_view text) {
   if (text.empty()) return true;
-  unsigned char alone = (text.front() == '\n') | (text.back() == '\r');
+  unsigned char alone = text.front() == '\n' || text.back() == '\r';
   for (std::size_t i = 0; i + 1 < text.size(); ++i) alone |= (text[i] == '\r') != (text[i + 1] == '\n');
   return !alone;
 }

@@ -1,5 +1,6 @@
 #include "monitor/PrintJob.h"
 
+#include <algorithm>
 #include <memory>
 #include <vector>
 
@@ -76,11 +77,19 @@ std::string GuiProgram(Run& run) {
   return JoinPath(style, GetProgramFolder(run), "gui" + own.substr(BaseNameOf(style, own).size()));
 }
 
+/// A title is a line of its own in messages and in the log.
+std::string OneLine(std::string title) {
+  std::replace_if(
+      title.begin(), title.end(), [](char c) { return (c >= 0 && c < ' ') || c == '\x7F'; }, ' ');
+  return title;
+}
+
 /// Runs `gui` for the spooled job and gives its exit code.
 std::int32_t RunGui(Run& run, const PrintArguments& arguments, const std::string& title,
                     const std::string& session, const std::string& spool) {
   const Command command = run.host.processes.ProgramCommand(
-      GuiProgram(run), {"sessionid=" + session, "ps=" + spool, "doc=" + title, "printer=" + arguments.printer});
+      GuiProgram(run),
+      {"sessionid=" + session, "ps=" + spool, "doc=" + OneLine(title), "printer=" + arguments.printer});
   std::unique_ptr<Process> gui;
   {
     RunOnce settings(run, arguments.settings);

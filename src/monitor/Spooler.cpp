@@ -15,7 +15,9 @@ namespace {
 
 /// Runs before everything else of the job. The page count stands in global memory, where the job's save and
 /// restore do not reach it, and the operators are bound, so that the job's own names do not matter. An EndPage
-/// that is there already stays in force and decides whether the page goes out.
+/// that is there already stays in force and decides whether the page goes out; a job that puts one of its own
+/// in its place goes on without markers. Ghostscript makes the filter in global memory too, where the file
+/// below it is, so that a restore within the data does not close it.
 constexpr std::string_view kPrologue =
     "% Data that is not clean text comes in ASCII85.\r\n"
     "userdict /TessaryData { currentfile /ASCII85Decode filter cvx exec } bind put\r\n"

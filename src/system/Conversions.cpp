@@ -2,7 +2,6 @@
 
 #include <charconv>
 #include <cmath>
-#include <limits>
 
 #include "system/Error.h"
 
@@ -32,8 +31,7 @@ Parsed ParseNumber(std::string_view text) {
     return {};
   double number = 0;
   const auto read = std::from_chars(digits.data(), end, number);
-  if (read.ec == std::errc::invalid_argument) return {};
-  if (read.ec == std::errc::result_out_of_range) number = std::numeric_limits<double>::infinity();
+  if (read.ec != std::errc()) return {};
   return {number, static_cast<std::size_t>(read.ptr - text.data())};
 }
 

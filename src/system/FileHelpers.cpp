@@ -10,22 +10,26 @@ namespace tessary {
 
 namespace {
 
-std::string ReadWhole(Run& run, const std::string& path) {
-  auto file = run.host.files.Open(path, OpenMode::Read);
-  RaiseIf(file.failure);
-  const auto size = file.value->Size();
-  RaiseIf(size.failure);
-  std::string bytes;
-  bytes.resize(static_cast<std::size_t>(size.value));
+/// Reads on from the current position, at most `size` bytes.
+std::string ReadUpTo(File& file, std::size_t size) {
+  std::string bytes(size, '\0');
   std::size_t have = 0;
-  while (have < bytes.size()) {
-    const auto got = file.value->Read(bytes.data() + have, bytes.size() - have);
+  while (have < size) {
+    const auto got = file.Read(bytes.data() + have, size - have);
     RaiseIf(got.failure);
     if (got.value == 0) break;
     have += got.value;
   }
   bytes.resize(have);
   return bytes;
+}
+
+std::string ReadWhole(Run& run, const std::string& path) {
+  const auto file = run.host.files.Open(path, OpenMode::Read);
+  RaiseIf(file.failure);
+  const auto size = file.value->Size();
+  RaiseIf(size.failure);
+  return ReadUpTo(*file.value, static_cast<std::size_t>(size.value));
 }
 
 }  // namespace
@@ -86,6 +90,18 @@ std::string ReadFile(Run& run, const std::string& path) {
 std::string ReadTextFile(Run& run, const std::string& path) {
   if (!FileExists(run, path)) throw Error(failures::kFileNotFound, "File not found");
   return ReadWhole(run, path);
+}
+
+std::string ReadTail(Run& run, const std::string& path, std::size_t size) {
+  const auto file = run.host.files.Open(path, OpenMode::Read);
+  if (!file.ok()) return {};
+  const auto whole = file.value->Size();
+  if (!whole.ok() || (whole.value > size && file.value->Seek(whole.value - size))) return {};
+  try {
+    return ReadUpTo(*file.value, size);
+  } catch (const Error&) {
+    return {};
+  }
 }
 
 void WriteBinaryFile(Run& run, const std::string& path, std::string_view bytes) {

@@ -1,6 +1,7 @@
 // Tests for files and folders, and files read and written whole.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -27,6 +28,10 @@ std::string ReadFile(Run& run, const std::string& path);
 
 /// The whole file, one character per byte. Raises kFileNotFound when it is missing.
 std::string ReadTextFile(Run& run, const std::string& path);
+
+/// The last `size` bytes of a file that another program may be writing, or all of a smaller one; empty on any
+/// failure.
+std::string ReadTail(Run& run, const std::string& path, std::size_t size);
 
 /// Replaces the content of the file with `bytes`, in one step (Files::Replace). Raises the platform's error.
 void WriteBinaryFile(Run& run, const std::string& path, std::string_view bytes);

@@ -11,7 +11,7 @@ namespace tessary {
 /// `path` without any number of separators at its end. The root folder "/" stays.
 std::string StripTrailingBackslashes(const PathStyle& style, std::string path);
 
-/// `folder` + separator + `name`, with one separator between them also below a root.
+/// `folder` + separator + `name`, with one separator between them also below the root folder "/".
 std::string JoinPath(const PathStyle& style, const std::string& folder, std::string_view name);
 
 /// `path` as a full path: one that is not gets the folder of the process in front, since child programs run

@@ -29,11 +29,11 @@ struct JobState {
   std::int32_t FileCount = 0;             ///< files delivered
   std::string OutputFile;                 ///< the expanded `output`
   std::shared_ptr<Dictionary> JobConfig;  ///< null: no settings had been resolved
-  std::int32_t ExitCode = 0;              ///< one of system/ExitCodes.h
 };
 
 struct LogState {
-  std::string fileName;  ///< empty: not worked out yet
+  std::string fileName;        ///< empty: not worked out yet
+  bool outOfPatience = false;  ///< a record has waited in vain for the file; later ones try once
 };
 
 struct FolderState {

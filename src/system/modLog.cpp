@@ -19,9 +19,11 @@ Result<std::unique_ptr<File>> OpenPatiently(Run& run, const std::string& path) {
   for (;;) {
     auto file = run.host.files.Open(path, OpenMode::Append);
     if (file.failure.number == failures::kTooManyFiles) return file;
+    if (!file.ok() && run.log.outOfPatience) return file;
     if (!file.ok()) run.host.clock.SleepFor(kPauseMilliseconds);
     run.host.desktop.PumpMessages();
-    if (file.ok() || seconds() - start > kPatienceSeconds) return file;
+    if (file.ok()) return file;
+    run.log.outOfPatience = seconds() - start > kPatienceSeconds;
   }
 }
 

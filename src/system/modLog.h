@@ -19,7 +19,7 @@ void RemoveOldLogFile(Run& run);
 
 /// Appends one record. While the file cannot be opened it tries again for 20 seconds, then raises the last
 /// failure's number with "Unable to open and append to the log file '" in front; the record carries the time of
-/// the call. Any other failure loses the record in silence.
+/// the call, and later records of the run try only once. Any other failure loses the record in silence.
 void WriteLog(Run& run, const std::string& message);
 
 }  // namespace tessary

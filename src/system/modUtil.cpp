@@ -16,7 +16,7 @@ constexpr int kWaitMilliseconds = 50;
 /// Codes of Shell::Open up to this one are failures.
 constexpr std::int32_t kLastShellFailure = 32;
 
-std::vector<std::string> SplitPath(const std::string& path) {
+std::vector<std::string> SplitKeys(const std::string& path) {
   std::vector<std::string> keys;
   std::size_t start = 0;
   for (std::size_t dot; (dot = path.find('.', start)) != std::string::npos; start = dot + 1)
@@ -109,7 +109,7 @@ void SortCollection(Dictionary& collection, const std::optional<std::string>& so
     if (!sortBy)
       order.emplace_back(key, key);
     else
-      order.emplace_back(SafeString(sortBy->empty() ? item : GetNestedValue(item, SplitPath(*sortBy))), key);
+      order.emplace_back(SafeString(sortBy->empty() ? item : GetNestedValue(item, SplitKeys(*sortBy))), key);
   }
   std::stable_sort(order.begin(), order.end(),
                    [](const auto& one, const auto& other) { return one.first < other.first; });

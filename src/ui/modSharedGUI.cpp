@@ -34,7 +34,7 @@ std::int32_t ShowMessage(Run& run, const std::string& text, std::int32_t flags) 
   if (!answer.shown) {
     try {
       WriteLog(run, "Message without a display, answered with " + std::string(ButtonName(answer.button)) +
-                        ": " + text);
+                        ": " + text.substr(0, text.find("\r\n")));
     } catch (const Error&) {
       // The text stands on standard error; a log that cannot be written must not turn a message into a failure.
     }

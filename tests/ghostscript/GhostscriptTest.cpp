@@ -55,12 +55,14 @@ TEST_F(GhostscriptTest, ParameterFile) {
 TEST(Dialect, NewerVersionsReadOtherQuotes) {
   const std::string fixed =
       "-q\r\n-sstdout#\"/t/50% a\"b.out\"\r\n-sDEVICE#pdfwrite\r\n-sOwnerPassword#a b\r\n-sOutputFile#\"/t/5% "
-      "\"q\"_%08d.png\"\r\n"
-      "-dNumber#1\r\n-c\r\n.setpdfwrite\r\n-f\r\n\"/t/a\"b 5%.ps\"\r\n";
+      "\"q\"%08d_%08d.png\"\r\n"
+      "-dNumber#1\r\n-dPDFSETTINGS#/screen --permit-file-read=/etc\r\n-c\r\n.setpdfwrite\r\n-f\r\n\"/t/a\"b "
+      "5%.ps\"\r\n";
   EXPECT_EQ(TranslateParameters(fixed, 8), fixed);
   EXPECT_EQ(TranslateParameters(fixed, 10),
             "-q\r\n\"-sstdout=/t/50% a\\\"b.out\"\r\n\"-sDEVICE=pdfwrite\"\r\n\"-sOwnerPassword=a b\"\r\n"
-            "\"-sOutputFile=/t/5%% \\\"q\\\"_%08d.png\"\r\n-dNumber#1\r\n-f\r\n\"/t/a\\\"b 5%.ps\"\r\n");
+            "\"-sOutputFile=/t/5%% \\\"q\\\"%%08d_%08d.png\"\r\n-dNumber#1\r\n\"-dPDFSETTINGS#/screen "
+            "--permit-file-read=/etc\"\r\n-f\r\n\"/t/a\\\"b 5%.ps\"\r\n");
 }
 
 TEST_F(GhostscriptTest, RegistrySearchTakesTheHighest) {
@@ -119,6 +121,10 @@ TEST_F(GhostscriptTest, RunsTheExactCommandOrRaises) {
   EXPECT_NE(
       log.find("ann: Ghostscript returned exit code 1\r\nGhostscript output:\r\nError: /undefined in \xFC\r\n"),
       std::string::npos);
+  machine.processes.Expect(line).Writes(kOutput, std::string(1'000'000, '.') + "last words").Exits(1);
+  const std::string bounded = Raised();
+  EXPECT_TRUE(bounded.ends_with(".last words"));
+  EXPECT_LT(bounded.size(), 20'000u) << "whatever a document prints";
   machine.files.Remove(kOutput);
   machine.processes.Expect(line).Exits(139);
   EXPECT_EQ(Raised(), "1007 An error occured while running Ghostscript\r\n\r\n");

@@ -166,12 +166,16 @@ TEST_F(PosixMachineTest, TheTemporaryPathIsNobodyElses) {
     return host_.system.TempPath();
   };
   EXPECT_EQ(withMode(0700), folder_.path());
-  EXPECT_EQ(withMode(0777), "") << "anybody could rename what is made there";
+  const ScopedVariable none("TMPDIR", "");
+  const std::string fallback = host_.system.TempPath();
+  EXPECT_EQ(withMode(0777), fallback) << "anybody could rename what is made there";
   EXPECT_EQ(withMode(01777), own);
   EXPECT_EQ(fs::status(own).permissions(), fs::perms::owner_all);
   fs::remove(own);
   fs::create_symlink("/tmp", own);
-  EXPECT_EQ(withMode(01777), "") << "a link laid there by somebody else";
+  EXPECT_EQ(withMode(01777), fallback) << "a link laid there by somebody else";
+  const ScopedVariable variable("TEMP", folder_.path());
+  EXPECT_EQ(host_.system.Environment("TEMP"), "");
 }
 
 TEST_F(PosixMachineTest, FoldersAreThoseOfTheDesktop) {
@@ -222,7 +226,7 @@ TEST_F(PosixMachineTest, MachineSettingsComeFromTheirFile) {
 
 TEST_F(PosixMachineTest, ABoxCannotSteerTheTerminal) {
   const std::pair<const char*, const char*> cases[] = {
-      {"one\r\ntwo\x1B[2J\x07\r\t\x7F.", "one\ntwo?[2J??\t?."},
+      {"one\r\ntwo\x1B[2J\x07\r\t\x7F.", "one\ntwo?[2J?\n\t?."},
       {"\u009B31m ü", "?31m ü"},     // the control sequence introducer of one character
       {"\xFC \x81 \x9B", "ü ? ›"}};  // no UTF-8
   for (const auto& [text, shown] : cases) {

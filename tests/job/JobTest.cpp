@@ -184,6 +184,7 @@ TEST_F(JobTest, UndeliveredIsAskedAboutAndAnswered) {
             "is open and "
             "try again.");
   EXPECT_EQ(run.job.FileCount, 0);
+  EXPECT_EQ(machine.files.Names(kTemp), std::vector<std::string>{"x_printer.log"}) << "the log alone says why";
 
   machine.files.Put(kSettings,
                     "[PDF Printer]\r\noutput=D:\\none\\x.pdf\r\nsuppresserrors=yes\r\ndebug=yes\r\n");
@@ -199,7 +200,7 @@ TEST_F(JobTest, UndeliveredIsAskedAboutAndAnswered) {
 
 TEST_F(JobTest, CleanUpSparesWhatItMust) {
   const auto names = [this](const char* settings, bool keepLogs) {
-    for (const char* name : {"x_a.ps", "X_b.LOG", "y_c.ps", "y_old.log"})
+    for (const char* name : {"x_a.ps", "X_b.LOG", "x1_d.ps", "y_c.ps", "y_old.log"})
       machine.files.Put(kTemp + "\\" + name, "");
     machine.files.SetModified(kTemp + R"(\y_old.log)", machine.clock.UnixTime() - 2 * 24 * 3600 - 1);
     tessary::Run own(machine.host());
@@ -210,11 +211,11 @@ TEST_F(JobTest, CleanUpSparesWhatItMust) {
     for (const std::string& name : machine.files.Names(kTemp)) left += name + " ";
     return left;
   };
-  EXPECT_EQ(names("", false), "y_c.ps ");
-  EXPECT_EQ(names("", true), "X_b.LOG y_c.ps ");
-  EXPECT_EQ(names("debug", false), "x_a.ps X_b.LOG y_c.ps ");
+  EXPECT_EQ(names("", false), "x1_d.ps y_c.ps ");
+  EXPECT_EQ(names("", true), "x1_d.ps X_b.LOG y_c.ps ");
+  EXPECT_EQ(names("debug", false), "x1_d.ps x_a.ps X_b.LOG y_c.ps ");
   machine.files.Put(R"(C:\Program Files\Tessary\debug.txt)", "");
-  EXPECT_EQ(names("", false), "x_a.ps X_b.LOG y_c.ps y_old.log ");
+  EXPECT_EQ(names("", false), "x1_d.ps x_a.ps X_b.LOG y_c.ps y_old.log ");
 }
 
 TEST(JobFaults, AFullDiskAtAnyWriteLosesNothing) {

@@ -47,6 +47,9 @@ TEST_F(LogTest, GivesUpAfterTwentySeconds) {
     EXPECT_TRUE(error.description().starts_with("Unable to open and append to the log file '" + kLog + "'. "));
   }
   EXPECT_NEAR(static_cast<double>(machine.clock.Ticks()), 20'600, 700);
+  const std::int64_t start = machine.clock.Ticks();
+  EXPECT_THROW(WriteLog(run, "third"), Error);
+  EXPECT_EQ(machine.clock.Ticks(), start) << "waited for once a run";
   EXPECT_THROW(RemoveOldLogFile(run), Error);
 }
 

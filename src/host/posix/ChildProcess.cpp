@@ -84,6 +84,7 @@ bool ChildProcess::Wait(int milliseconds) {
   pollfd entry{fd_.Get(), POLLIN, 0};
   if (ended_ || !PollUntil(MonotonicMilliseconds() + milliseconds, &entry, 1)) return ended_;
   siginfo_t info{};
+  exitCode_ = 255;  // of a child that somebody else has waited for
   if (Restarted([&] { return waitid(P_PID, static_cast<id_t>(id_), &info, WEXITED); }) == 0) {
     exitCode_ = info.si_code == CLD_EXITED ? info.si_status : 128 + info.si_status;
   }

@@ -11,7 +11,7 @@ namespace tessary {
 class PosixMachine {
  public:
   /// Takes the arguments of main(): the raw command line is put together from them so that every value reads
-  /// back as it was given.
+  /// back, but for blanks at its ends.
   PosixMachine(int argc, const char* const* argv);
   ~PosixMachine();
   PosixMachine(const PosixMachine&) = delete;

@@ -11,7 +11,7 @@ namespace tessary {
 
 namespace {
 
-constexpr std::string_view kSettingsKey = "software\\tessary\\pdf printer\\settings";
+constexpr std::string_view kSettingsKey = "SOFTWARE\\" TESSARY_COMPANY "\\PDF Printer\\Settings";
 constexpr std::string_view kSettingsSection = "settings";
 constexpr const char* kSettingsFile = "/etc/tessary/machine.ini";
 constexpr const char* kGhostscriptFolder = "ghostscriptfolder";
@@ -33,7 +33,7 @@ std::string_view Trimmed(std::string_view text) {
 }  // namespace
 
 RegistryKey PosixMachineSettings::OpenKey(std::uint32_t root, const std::string& key, std::uint32_t) {
-  return root == registry::kLocalMachine && LowerCase(key) == kSettingsKey ? kTheKey : 0;
+  return root == registry::kLocalMachine && LowerCase(key) == LowerCase(kSettingsKey) ? kTheKey : 0;
 }
 
 RegistryValue PosixMachineSettings::ReadValue(RegistryKey key, const std::string& name) {

@@ -1,5 +1,7 @@
 #include "host/posix/PosixProcesses.h"
 
+#include <csignal>
+#include <cstring>
 #include <fcntl.h>
 #include <utility>
 
@@ -13,14 +15,30 @@ namespace {
 
 class PosixProcess final : public Process {
  public:
-  explicit PosixProcess(ChildProcess child) : child_(std::move(child)) {}
+  PosixProcess(ChildProcess child, UniqueFd error) : child_(std::move(child)), error_(std::move(error)) {}
 
   [[nodiscard]] std::int64_t Id() const override { return child_.Id(); }
-  bool Wait(int milliseconds) override { return child_.Wait(milliseconds); }
+  bool Wait(int milliseconds) override {
+    const bool ended = child_.Wait(milliseconds);
+    if (ended) TellSignal();
+    return ended;
+  }
   std::int32_t ExitCode() override { return child_.ExitCode(); }
 
  private:
+  /// A child that was ended by a signal had no time for last words of its own.
+  void TellSignal() {
+    const int signal = child_.ExitCode() - kSignalBase;
+    const char* name = signal > 0 && signal < NSIG ? sigdescr_np(signal) : nullptr;
+    if (error_ && name)
+      WriteAll(error_.Get(),
+               "The program was ended by signal " + std::to_string(signal) + " (" + name + ").\n");
+    error_.Reset();
+  }
+
+  static constexpr int kSignalBase = 128;
   ChildProcess child_;
+  UniqueFd error_;  ///< the file of its standard error, until it has ended
 };
 
 }  // namespace
@@ -49,7 +67,8 @@ Result<std::unique_ptr<Process>> PosixProcesses::Start(const Command& command, c
   }
   Result<ChildProcess> child = ChildProcess::Start(setup);
   if (!child.ok()) return child.failure;
-  return std::unique_ptr<Process>(std::make_unique<PosixProcess>(std::move(child.value)));
+  return std::unique_ptr<Process>(
+      std::make_unique<PosixProcess>(std::move(child.value), std::move(error.value)));
 }
 
 }  // namespace tessary

@@ -36,6 +36,19 @@ bool EnsureOwnFolder(const std::string& path) {
   return (status.st_mode & 07777) == 0700 || chmod(path.c_str(), 0700) == 0;
 }
 
+/// `base` for temporary files, if it is this user's alone or does not exist yet; otherwise a folder of the
+/// user's own below it. Empty if `base` is no full path or there is no safe folder.
+std::string PrivateFolder(std::string base) {
+  if (!base.starts_with('/')) return {};
+  base = WithoutSlashes(std::move(base));
+  struct stat status {};
+  if (stat(base.c_str(), &status) != 0) return errno == ENOENT ? base : "";
+  if (!S_ISDIR(status.st_mode)) return {};
+  if (status.st_uid == geteuid() && (status.st_mode & kOthersWrite) == 0) return base;
+  const std::string own = Below(base, "tessary-" + std::to_string(geteuid()));
+  return ProtectsItsEntries(status) && EnsureOwnFolder(own) ? own : "";
+}
+
 }  // namespace
 
 std::string PosixSystem::ComputerName() {
@@ -59,19 +72,13 @@ std::optional<VersionRecord> PosixSystem::Version(int recordSize) {
 std::string PosixSystem::Environment(const std::string& name) {
   if (name == "APPDATA") return ConfigFolder();
   if (name == "USERPROFILE") return HomeFolder();
-  return EnvironmentValue(name.c_str());
+  const std::string value = EnvironmentValue(name.c_str());
+  return name == "TEMP" || name == "TMP" ? PrivateFolder(value) : value;
 }
 
 std::string PosixSystem::TempPath() {
-  std::string base = EnvironmentValue("TMPDIR");
-  base = base.starts_with('/') ? WithoutSlashes(std::move(base)) : "/tmp";
-  struct stat status {};
-  if (stat(base.c_str(), &status) != 0) return errno == ENOENT ? base : "";
-  if (!S_ISDIR(status.st_mode)) return {};
-  if (status.st_uid == geteuid() && (status.st_mode & kOthersWrite) == 0) return base;
-
-  const std::string own = Below(base, "tessary-" + std::to_string(geteuid()));
-  return ProtectsItsEntries(status) && EnsureOwnFolder(own) ? own : "";
+  const std::string own = PrivateFolder(EnvironmentValue("TMPDIR"));
+  return own.empty() ? PrivateFolder("/tmp") : own;
 }
 
 Result<Guid> PosixSystem::NewGuid() {
