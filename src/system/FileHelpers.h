@@ -1,6 +1,7 @@
 // Tests for files and folders, and files read and written whole.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -27,6 +28,14 @@ std::string ReadFile(Run& run, const std::string& path);
 
 /// The whole file, one character per byte. Raises kFileNotFound when it is missing.
 std::string ReadTextFile(Run& run, const std::string& path);
+
+/// Where the first line end of a text file's `text` at or behind `from` lies, and how long it is; npos and 0
+/// without one.
+struct LineEnd {
+  std::size_t position = std::string_view::npos;
+  std::size_t length = 0;
+};
+LineEnd FindLineEnd(const Host& host, std::string_view text, std::size_t from = 0);
 
 /// Replaces the content of the file with `bytes`, in one step (Files::Replace). Raises the platform's error.
 void WriteBinaryFile(Run& run, const std::string& path, std::string_view bytes);
