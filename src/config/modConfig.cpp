@@ -6,6 +6,7 @@
 #include "config/IniFile.h"
 #include "config/SettingsTable.h"
 #include "config/modFolders.h"
+#include "config/modMacros.h"
 #include "system/Conversions.h"
 #include "system/Error.h"
 #include "system/FileHelpers.h"
@@ -132,7 +133,7 @@ void MakePathsNative(Run& run, Dictionary& settings) {
   for (const SettingKey& row : SettingKeys()) {
     const std::string key(row.key);
     if (row.holds == KeyHolds::Path && settings.Exists(key))
-      settings.Set(key, run.host.paths.Native(settings.Text(key)));
+      settings.Set(key, NativeOutsideMacros(run.host.paths, settings.Text(key)));
   }
 }
 
@@ -148,17 +149,32 @@ std::string CleanOutput(const PathStyle& style, const std::string& output) {
   return clean;
 }
 
+void ExpandText(Run& run, Dictionary& config, const std::string& key) {
+  config.Set(key, ExpandMacros(run, config.Text(key), false));
+}
+
+/// What scripts and the environment give may hold the separators of another machine.
+void ExpandPath(Run& run, Dictionary& config, const std::string& key) {
+  config.Set(key, run.host.paths.Native(ExpandMacros(run, config.Text(key), true)));
+}
+
 /// The author falls back to the job's where the setting is empty.
-void SettleAuthor(Dictionary& config, Dictionary& properties) {
-  const std::string jobs = properties.Text("author");
+void SettleAuthor(Run& run, Dictionary& config) {
+  const std::string jobs = run.job.DocumentProperties.Text("author");
   const bool wanted = IsYes(config, "usedefaultauthor") ? !jobs.empty() : config.Text("author").empty();
-  if (wanted) config.Set("author", jobs);
+  if (wanted)
+    config.Set("author", jobs);
+  else
+    ExpandText(run, config, "author");
 }
 
 /// Unlike the author an empty title stays empty: the job's is taken only on request, and this is meant.
-void SettleTitle(Dictionary& config, Dictionary& properties) {
-  const std::string jobs = properties.Text("title");
-  if (IsYes(config, "usedefaulttitle") && !jobs.empty()) config.Set("title", jobs);
+void SettleTitle(Run& run, Dictionary& config) {
+  const std::string jobs = run.job.DocumentProperties.Text("title");
+  if (IsYes(config, "usedefaulttitle") && !jobs.empty())
+    config.Set("title", jobs);
+  else
+    ExpandText(run, config, "title");
 }
 
 /// Loads a file of remembered values. Raises kSettingsUnreadable in the name of `operation`.
@@ -227,9 +243,15 @@ bool GetJobConfig(Run& run, Settings& config, std::string& settingsFile) {
 }
 
 void ExpandConfigValues(Run& run, Dictionary& config) {
+  ExpandPath(run, config, "output");
   config.Set("output", CleanOutput(run.host.paths, config.Text("output")));
-  SettleAuthor(config, run.job.DocumentProperties);
-  SettleTitle(config, run.job.DocumentProperties);
+  ExpandText(run, config, "watermarktext");
+  ExpandPath(run, config, "mergefile");
+  ExpandPath(run, config, "superimpose");
+  SettleAuthor(run, config);
+  SettleTitle(run, config);
+  ExpandText(run, config, "subject");
+  ExpandText(run, config, "keywords");
 }
 
 bool IsConfirmOverwrite(Dictionary& config) {

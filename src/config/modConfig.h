@@ -40,7 +40,9 @@ Settings GetDefaultConfig();
 /// Loads the job's settings and settles them. False when the user cancelled.
 bool GetJobConfig(Run& run, Settings& config, std::string& settingsFile);
 
-/// Makes the settings' own text into the values of this job, in place.
+/// Makes the settings' own text into the values of this job, in place: macros are expanded, `output` is
+/// cleaned, and author and title are chosen between the settings and the job. What is taken from the job is not
+/// expanded. Raises what ExpandMacros raises.
 void ExpandConfigValues(Run& run, Dictionary& config);
 
 /// False if `confirmoverwrite` is "no" or "0".

@@ -32,6 +32,7 @@ struct Host {
 
   PathStyle paths;
   CodePage codePage = CodePage::Utf8;
+  bool lfEndsLines = true;    ///< lines of text files end in LF alone or in CR LF; false: in CR LF only
   std::string programFile;    ///< full path of the running program
   std::string workingFolder;  ///< the folder that the process was started in, full path
   std::string standardInput;  ///< the path by which the standard input of the process is opened

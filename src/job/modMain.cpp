@@ -96,6 +96,8 @@ std::int32_t RunStages(Run& run, std::string& stage) {
     return parameters.Exists(name) ? parameters.Text(name) : std::string();
   };
 
+  stage = "Init language";
+  LoadLabels(run);
   stage = "Parse command line";
   parameters = ParseCommandLine(run.host.commandLine);
   stage = "Read Session Id from parameters";

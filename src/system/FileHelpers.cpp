@@ -104,6 +104,13 @@ std::string ReadTail(Run& run, const std::string& path, std::size_t size) {
   }
 }
 
+LineBreak FindLineBreak(const Host& host, std::string_view text, std::size_t from) {
+  const std::size_t end = text.find(host.lfEndsLines ? "\n" : "\r\n", from);
+  if (end == std::string_view::npos) return {};
+  if (!host.lfEndsLines) return {end, 2};
+  return end > from && text[end - 1] == '\r' ? LineBreak{end - 1, 2} : LineBreak{end, 1};
+}
+
 void WriteBinaryFile(Run& run, const std::string& path, std::string_view bytes) {
   RaiseIf(run.host.files.Replace(path, bytes));
 }

@@ -33,6 +33,14 @@ std::string ReadTextFile(Run& run, const std::string& path);
 /// failure.
 std::string ReadTail(Run& run, const std::string& path, std::size_t size);
 
+/// Where the first line end of a text file's `text` at or behind `from` lies, and how long it is; npos and 0
+/// without one.
+struct LineBreak {
+  std::size_t position = std::string_view::npos;
+  std::size_t length = 0;
+};
+LineBreak FindLineBreak(const Host& host, std::string_view text, std::size_t from = 0);
+
 /// Replaces the content of the file with `bytes`, in one step (Files::Replace). Raises the platform's error.
 void WriteBinaryFile(Run& run, const std::string& path, std::string_view bytes);
 

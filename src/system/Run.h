@@ -10,6 +10,7 @@
 #include <string>
 
 #include "config/Dictionary.h"
+#include "config/MacroEngine.h"
 #include "host/Host.h"
 #include "system/COpSysInfo.h"
 
@@ -48,7 +49,14 @@ struct UtilState {
 };
 
 struct LabelState {
-  Dictionary texts;  ///< label key to text
+  Dictionary texts;          ///< label key to text
+  std::int16_t charset = 0;  ///< forced on the fonts of all controls: a value of ui/Form.h; 0 forces none
+};
+
+struct MacroState {
+  std::string guid;                     ///< empty: not used yet
+  MacroEngineFactory makeEngine;        ///< empty: this machine has no macro language
+  std::unique_ptr<MacroEngine> engine;  ///< null: no macro has needed it yet
 };
 
 struct GhostscriptState {
@@ -66,6 +74,7 @@ struct Run {
   FolderState folders;
   UtilState util;
   LabelState labels;
+  MacroState macros;
   GhostscriptState ghostscript;
 };
 

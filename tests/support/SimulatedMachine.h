@@ -62,6 +62,7 @@ class SimulatedMachine {
              components,
              PathStyle::Windows(),
              CodePage::Windows1252,
+             false,
              R"(C:\Program Files\Tessary\gui.exe)",
              R"(C:\)",
              R"(C:\standard input)",

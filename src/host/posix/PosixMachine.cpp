@@ -61,9 +61,9 @@ struct PosixMachine::Parts {
   Host host;
 
   explicit Parts(std::string commandLine)
-      : host{files,          processes,     ghostscripts,    machineSettings, shell,
-             desktop,        clock,         system,          components,      PathStyle::Posix(),
-             CodePage::Utf8, ProgramFile(), WorkingFolder(), "/dev/stdin",    std::move(commandLine)} {}
+      : host{files,         processes,       ghostscripts, machineSettings,       shell,          desktop,
+             clock,         system,          components,   PathStyle::Posix(),    CodePage::Utf8, true,
+             ProgramFile(), WorkingFolder(), "/dev/stdin", std::move(commandLine)} {}
 };
 
 PosixMachine::PosixMachine(int argc, const char* const* argv) {
