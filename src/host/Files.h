@@ -82,6 +82,9 @@ class Files {
   /// Removes a file, or a link. A folder fails.
   virtual Failure Remove(const std::string& path) = 0;
 
+  /// Removes a folder that is empty. One that is not fails with kPathFileAccess.
+  virtual Failure RemoveFolder(const std::string& path) = 0;
+
   /// Makes one folder, for its owner alone. Its parent must exist. One that exists fails with kPathFileAccess.
   virtual Failure MakeFolder(const std::string& path) = 0;
 

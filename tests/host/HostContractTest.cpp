@@ -219,6 +219,8 @@ TEST_P(HostContract, FailuresHaveTheirNumbers) {
       {"make a folder below a file", files_.MakeFolder(below), failures::kPathNotFound},
       {"list a missing folder", files_.List(missing).failure, failures::kPathNotFound},
       {"list a file", files_.List(file).failure, failures::kPathNotFound},
+      {"remove a missing folder", files_.RemoveFolder(missing), failures::kPathNotFound},
+      {"remove a file as a folder", files_.RemoveFolder(file), failures::kPathNotFound},
   };
   for (const auto& each : cases) {
     EXPECT_EQ(each.failure.number, each.number) << each.what << ": " << each.failure.text;
@@ -228,6 +230,11 @@ TEST_P(HostContract, FailuresHaveTheirNumbers) {
   EXPECT_FALSE(files_.Open("", OpenMode::Create).ok());
   EXPECT_EQ(Text("file"), "x");
   EXPECT_EQ(Names(), (std::set<std::string>{"file", "folder"}));
+  ASSERT_FALSE(files_.Replace(folder + separator + "a", "x"));
+  EXPECT_EQ(files_.RemoveFolder(folder).number, failures::kPathFileAccess) << "it holds something";
+  ASSERT_FALSE(files_.Remove(folder + separator + "a"));
+  EXPECT_FALSE(files_.RemoveFolder(folder));
+  EXPECT_EQ(Names(), (std::set<std::string>{"file"}));
 }
 
 TEST_P(HostContract, FindsAndLists) {

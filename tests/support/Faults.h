@@ -61,6 +61,7 @@ class FaultyFiles : public Files {
     return failure ? failure : inner_.Copy(source, destination);
   }
   Failure Remove(const std::string& path) override { return inner_.Remove(path); }
+  Failure RemoveFolder(const std::string& path) override { return inner_.RemoveFolder(path); }
   Failure MakeFolder(const std::string& path) override {
     Failure failure = fault_.Next();
     return failure ? failure : inner_.MakeFolder(path);

@@ -261,6 +261,14 @@ Failure SimulatedFiles::Remove(const std::string& path) {
   return {};
 }
 
+Failure SimulatedFiles::RemoveFolder(const std::string& path) {
+  const std::string full = FullPath(path);
+  if (!IsFolder(full)) return PathNotFound();
+  if (!Children(full).empty() || Get(FolderOf(full))->readOnly) return AccessError();
+  nodes_.erase(LowerCase(full));
+  return {};
+}
+
 Failure SimulatedFiles::MakeFolder(const std::string& path) {
   const std::string full = FullPath(path);
   if (path.empty()) return PathNotFound();

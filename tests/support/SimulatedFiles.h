@@ -56,6 +56,7 @@ class SimulatedFiles : public Files {
   Failure Replace(const std::string& path, std::string_view bytes) override;
   Failure Copy(const std::string& source, const std::string& destination) override;
   Failure Remove(const std::string& path) override;
+  Failure RemoveFolder(const std::string& path) override;
   Failure MakeFolder(const std::string& path) override;
   Result<std::unique_ptr<FileLock>> Lock(const std::string& path) override;
   std::vector<std::string> Drives() override;

@@ -112,6 +112,15 @@ Failure PosixFiles::Remove(const std::string& path) {
   return {};
 }
 
+Failure PosixFiles::RemoveFolder(const std::string& path) {
+  if (Failure failure = CheckPath(path)) return failure;
+  if (rmdir(path.c_str()) == 0) return {};
+  const bool hasEntries = errno == ENOTEMPTY || errno == EEXIST;
+  Failure failure = FolderFailureOf(errno);
+  if (hasEntries) failure.number = failures::kPathFileAccess;
+  return failure;
+}
+
 Failure PosixFiles::MakeFolder(const std::string& path) {
   if (Failure failure = CheckPath(path)) return failure;
   if (mkdir(path.c_str(), 0700) == 0) return {};
