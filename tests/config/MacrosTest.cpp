@@ -1,4 +1,7 @@
+#include <filesystem>
+#include <fstream>
 #include <gtest/gtest.h>
+#include <iterator>
 
 #include "config/modConfig.h"
 #include "config/modMacros.h"
@@ -194,6 +197,18 @@ TEST_F(MacrosTest, AFailedMacroEndsTheJobBeforeItsConversion) {
             "An error occured.\r\n\r\nError 13: Type mismatch: 'Name'\r\n\r\nMake PDF");
   EXPECT_EQ(machine.files.Text(R"(C:\jobs\a.ps)"), "%!PS");
   EXPECT_EQ(machine.files.Names(R"(C:\Temp\Tessary\PDF Printer)"), std::vector<std::string>{"x_printer.log"});
+}
+
+// What the fuzzer begins with and has found.
+TEST_F(MacrosTest, AnyTextIsExpandedOrRefused) {
+  for (const auto& entry : std::filesystem::directory_iterator(TESSARY_ROOT_DIR "/fuzz/seeds/macros")) {
+    std::ifstream file(entry.path(), std::ios::binary);
+    const std::string text(std::istreambuf_iterator<char>(file), {});
+    run.job.DocumentProperties.Set("title", text);
+    const std::string expanded = ExpandMacros(run, "<title>", false);
+    EXPECT_EQ(expanded, text) << entry.path() << ": a title is data";
+    EXPECT_NO_THROW(ExpandMacros(run, text, true)) << entry.path();
+  }
 }
 
 }  // namespace
