@@ -55,6 +55,17 @@ def in_turn(first, second, environment, repeats):
     return [statistics.median(column) for column in zip(*pairs)]
 
 
+# The same work in the macro language and in Python.
+MACRO = """Dim x, s, i
+For i = 1 To 1000000 : x = x + i : Next
+For i = 1 To 100000 : s = s & "x" : Next
+"""
+PYTHON = """x, s = 0, ""
+for i in range(1, 1000001): x = x + i
+for i in range(100000): s = s + "x"
+"""
+
+
 def report(what, value, target):
     print(f"{what:<52} {value:>30}   {target}", flush=True)
 
@@ -81,6 +92,12 @@ def main():
         missing = statistics.median(seconds([gui, "sessionid=bench", f"ps={root}/none.ps"], environment, expected=1)
                                     for _ in range(15))
         report("a missing file", f"{missing * 1000:.1f} ms", "below 10 ms")
+        macro, script = root / "loop.vbs", root / "loop.py"
+        macro.write_text(MACRO)
+        script.write_text(PYTHON)
+        ours, theirs = in_turn([gui.with_name("tessary-macro"), macro], [sys.executable, script], environment, 15)
+        report("a loop: tessary-macro, python3, speed", f"{ours * 1000:.1f} ms {theirs * 1000:.1f} ms {theirs / ours:.2f}",
+               "at least 0.5")
 
 
 if __name__ == "__main__":
