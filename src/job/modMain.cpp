@@ -6,6 +6,7 @@
 #include "config/modFolders.h"
 #include "job/modMakePDF.h"
 #include "job/modProject.h"
+#include "postscript/modPostScript.h"
 #include "system/Conversions.h"
 #include "system/Error.h"
 #include "system/FileHelpers.h"
@@ -126,6 +127,8 @@ std::int32_t RunStages(Run& run, std::string& stage) {
   if (psFile.empty()) return RunSettingsMode(run);
   stage = "Read PS file from parameters";
   RequireContent(run, psFile);
+  stage = "Extract document properties such as title and author";
+  job.DocumentProperties = GetDocumentProperties(run, psFile);
   stage = "Make PDF";
   return MakePDF(run, psFile);
 }

@@ -92,6 +92,12 @@ std::string ReadTextFile(Run& run, const std::string& path) {
   return ReadWhole(run, path);
 }
 
+std::string ReadHead(Run& run, const std::string& path, std::size_t size) {
+  const auto file = run.host.files.Open(path, OpenMode::Read);
+  RaiseIf(file.failure);
+  return ReadUpTo(*file.value, size);
+}
+
 std::string ReadTail(Run& run, const std::string& path, std::size_t size) {
   const auto file = run.host.files.Open(path, OpenMode::Read);
   if (!file.ok()) return {};

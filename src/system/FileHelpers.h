@@ -29,6 +29,9 @@ std::string ReadFile(Run& run, const std::string& path);
 /// The whole file, one character per byte. Raises kFileNotFound when it is missing.
 std::string ReadTextFile(Run& run, const std::string& path);
 
+/// The first `size` bytes of a file, or all of a smaller one. Raises the platform's error.
+std::string ReadHead(Run& run, const std::string& path, std::size_t size);
+
 /// The last `size` bytes of a file that another program may be writing, or all of a smaller one; empty on any
 /// failure.
 std::string ReadTail(Run& run, const std::string& path, std::size_t size);

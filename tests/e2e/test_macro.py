@@ -74,6 +74,10 @@ class Jobs(DeskTest):
         (made,) = self.root.glob("*Invoice 2*")
         self.assertRegex(made.name, r"^\d{4}-\d\d-\d\d report\.doc Invoice 2 <other>\.pdf$")
 
+        code, words = self.print('<env:WHERE>/<title> <vbs:InvoiceName(context("DocumentTitle"))>.pdf')
+        self.assertEqual(code, 0, words)
+        self.assertTrue((self.root / "A test Invoice A TEST.pdf").exists())
+
     def test_titles_are_data(self):
         ruin = self.root / "ruined"
         title = f'<vbs:CreateObject("Scripting.FileSystemObject").CreateTextFile("{ruin}")> ../x'
@@ -81,6 +85,10 @@ class Jobs(DeskTest):
         self.assertEqual(code, 0, words)
         self.assertFalse(ruin.exists())
         self.assertEqual(len(list(self.root.glob("out *"))), 1)
+        self.job.write_bytes(document("one", title=title))
+        code, words = self.print(f"{self.root}/own <title>.pdf")
+        self.assertEqual(code, 0, words)
+        self.assertFalse(ruin.exists())
 
     def test_bad_macro_file_loses_nothing(self):
         self.file("out.pdf", b"earlier")
