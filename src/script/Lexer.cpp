@@ -136,7 +136,7 @@ class Lexer {
       ReadBracketed();
     } else if (Peek() != '&') {
       ReadSymbol();
-    } else if (!ReadRadix()) {
+    } else if (IsBehindOperand() || !ReadRadix()) {
       Single();
     }
   }
@@ -192,6 +192,16 @@ class Lexer {
     constexpr double kLongMax = 2147483647.0;
     token_.value =
         real || number > kLongMax ? Value::Double(number) : Value::Whole(static_cast<std::int64_t>(number));
+  }
+
+  // In "a"&header the & joins texts; in Echo &HFF it begins a number.
+  [[nodiscard]] bool IsBehindOperand() const {
+    if (tokens_.empty()) return false;
+    const Token& last = tokens_.back();
+    const bool isClosed = last.kind == TokenKind::Symbol && last.symbol == SymbolOf(')');
+    const bool isJoinedName =
+        last.kind == TokenKind::Name && last.keyword == Keyword::None && !token_.spaceBefore;
+    return last.kind == TokenKind::Literal || isClosed || isJoinedName;
   }
 
   // &H12, &O17, &17, each perhaps with & behind it for a Long. False if it is the operator.

@@ -36,3 +36,10 @@ Check ErrorOf("y = #what#"), 1002
 Check ErrorOf("y = 1abc"), 1025
 Check ErrorOf(String(256, "y") & " = 1"), 1030
 Check ErrorOf(String(255, "y") & " = 1"), 0
+' & behind an operand joins texts, whatever follows it
+Dim hello, beef
+hello = 1: beef = "b"
+Check "a"&hello, "a1"
+Check beef&hello&1&beef, "b11b"
+Check ("x")&beef&&HFF, "xb255"
+Check Hex(&HFF)&hello, "FF1"
