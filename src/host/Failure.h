@@ -20,6 +20,8 @@ inline constexpr std::int32_t kPermissionDenied = 70;
 inline constexpr std::int32_t kPathFileAccess = 75;  ///< locked, read-only or forbidden: worth another try
 inline constexpr std::int32_t kPathNotFound = 76;
 inline constexpr std::int32_t kComponentMissing = 429;
+inline constexpr std::int32_t kInvalidFileName = 20477;  ///< a picker's suggestion
+inline constexpr std::int32_t kCancelled = 32755;        ///< a picker was closed without a choice
 }  // namespace failures
 
 /// The outcome of a call: `number` 0 means that it worked, and `text` is empty then.

@@ -71,7 +71,7 @@ void LocalizeControl(Run& run, Control& control) {
   if (run.labels.charset != charsets::kDefault) control.font.charset = run.labels.charset;
   control.caption = Translate(run, control.caption);
   control.toolTip = Translate(run, control.toolTip);
-  for (Control& child : control.children) LocalizeControl(run, child);
+  for (const auto& child : control.children) LocalizeControl(run, *child);
 }
 
 bool IsDebugRun(Run& run) {

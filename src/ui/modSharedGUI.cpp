@@ -27,19 +27,31 @@ std::string_view ButtonName(std::int32_t button) {
   }
 }
 
+/// A log that cannot be written must not turn a message into a failure.
+void LogQuietly(Run& run, const std::string& record) {
+  try {
+    WriteLog(run, record);
+  } catch (const Error&) {
+  }
+}
+
 }  // namespace
 
 std::int32_t ShowMessage(Run& run, const std::string& text, std::int32_t flags) {
   const BoxAnswer answer = run.host.desktop.ShowBox(text, GetProductName(), flags);
-  if (!answer.shown) {
-    try {
-      WriteLog(run, "Message without a display, answered with " + std::string(ButtonName(answer.button)) +
+  if (!answer.shown)
+    LogQuietly(run, "Message without a display, answered with " + std::string(ButtonName(answer.button)) +
                         ": " + text.substr(0, text.find("\r\n")));
-    } catch (const Error&) {
-      // The text stands on standard error; a log that cannot be written must not turn a message into a failure.
-    }
-  }
   return answer.button;
+}
+
+void ShowModal(Run& run, Form& form) {
+  if (run.host.desktop.ShowForm(form)) return;
+  if (form.okButton != nullptr) form.Press(*form.okButton);
+  LogQuietly(run, "Dialog without a display, answered with " +
+                      std::string(form.IsLoaded() ? "Cancel" : "its default button") + ": " +
+                      form.root.caption);
+  form.Unload();
 }
 
 std::string ColorToHex(std::int32_t color) {

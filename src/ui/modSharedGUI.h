@@ -1,16 +1,21 @@
-// What the dialogs share: message boxes and colours.
+// What the dialogs share: message boxes, forms on the screen, and colours.
 #pragma once
 
 #include <cstdint>
 #include <string>
 
 #include "system/Run.h"
+#include "ui/Form.h"
 
 namespace tessary {
 
 /// Shows a message box under the product's name and gives the button that was pressed (host/Desktop.h). A box
 /// that nobody could see leaves its first line in the log, with the answer that the machine gave for them.
 std::int32_t ShowMessage(Run& run, const std::string& text, std::int32_t flags);
+
+/// Shows a form and returns when it is unloaded. Where nobody can see it, its OK button is pressed at once; a
+/// form that stays open then is cancelled, and the log says so.
+void ShowModal(Run& run, Form& form);
 
 /// A packed colour as `#RRGGBB`, upper case.
 std::string ColorToHex(std::int32_t color);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/Wildcards.h"
+#include "ui/Form.h"
 
 namespace tessary {
 
@@ -63,14 +64,38 @@ BoxAnswer SimulatedDesktop::ShowBox(const std::string& text, const std::string& 
   journal_.push_back("box " + text);
   if (onBox) onBox();
   const std::int32_t buttons = flags & 15;
-  std::int32_t button = buttons == box::kYesNo         ? box::kAnswerNo
-                        : buttons == box::kRetryCancel ? box::kAnswerCancel
-                                                       : box::kAnswerOk;
+  std::int32_t button = buttons == box::kYesNo                                         ? box::kAnswerNo
+                        : buttons == box::kRetryCancel || buttons == box::kYesNoCancel ? box::kAnswerCancel
+                                                                                       : box::kAnswerOk;
   if (attended && !answers.empty()) {
     button = answers.front();
     answers.pop_front();
   }
   return {button, attended};
+}
+
+bool SimulatedDesktop::ShowForm(Form& form) {
+  if (!user) return false;
+  journal_.push_back("form " + form.root.caption);
+  form.window = 1;
+  if (form.shown) form.shown();
+  user(form);
+  form.Unload();
+  form.window = 0;
+  return true;
+}
+
+Result<std::string> SimulatedDesktop::PickFile(const FilePicker& picker) {
+  pickers.push_back(picker);
+  if (picks.empty()) return Failure{failures::kCancelled, "Cancelled"};
+  Result<std::string> pick = picks.front();
+  picks.pop_front();
+  return pick;
+}
+
+std::int32_t SimulatedDesktop::PickColor(const std::string& title, std::int32_t color) {
+  colorPickers.push_back(title);
+  return pickedColor < 0 ? color : pickedColor;
 }
 
 void SimulatedDesktop::PumpMessages() {

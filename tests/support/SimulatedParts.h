@@ -53,13 +53,21 @@ class SimulatedDesktop : public Desktop {
     std::int32_t flags;
   };
   std::vector<Box> boxes;
-  std::deque<std::int32_t> answers;  ///< for the next boxes; when it is empty the harmless one is given
-  bool attended = true;              ///< false: nobody sees the boxes
-  std::function<void()> onBox;       ///< runs while a box is open
+  std::deque<std::int32_t> answers;       ///< for the next boxes; when it is empty the harmless one is given
+  bool attended = true;                   ///< false: nobody sees the boxes
+  std::function<void()> onBox;            ///< runs while a box is open
+  std::function<void(Form&)> user;        ///< works on a form until it is unloaded; null: nobody sees the forms
+  std::vector<FilePicker> pickers;        ///< those shown so far
+  std::deque<Result<std::string>> picks;  ///< for the next ones; when it is empty they are cancelled
+  std::vector<std::string> colorPickers;  ///< their titles
+  std::int32_t pickedColor = -1;          ///< -1: cancelled
   int pumped = 0;
   std::function<void()> onPump;  ///< an event handler that the message queue runs
 
   BoxAnswer ShowBox(const std::string& text, const std::string& caption, std::int32_t flags) override;
+  bool ShowForm(Form& form) override;
+  Result<std::string> PickFile(const FilePicker& picker) override;
+  std::int32_t PickColor(const std::string& title, std::int32_t color) override;
   void PumpMessages() override;
 
  private:

@@ -81,21 +81,19 @@ TEST_F(LocalizeTest, CharsetOfTheLanguage) {
 TEST_F(LocalizeTest, FormsAreTranslatedInPlace) {
   Control form;
   form.caption = "Configure";
-  Control frame{ControlKind::Frame, "Frame2", "[L25]Output"};
-  frame.children.push_back({ControlKind::Button, "cmdReset", "[L155]Defaults", "[L158]Click"});
-  frame.children.push_back({ControlKind::TextField, "txtTitle"});
-  form.children.push_back(frame);
-  Control plain = form;
+  Control& frame = form.Add(ControlKind::Frame, "Frame2", "[L25]Output");
+  frame.Add(ControlKind::Button, "cmdReset", "[L155]Defaults").toolTip = "[L158]Click";
+  frame.Add(ControlKind::TextField, "txtTitle");
+  Control plain;
 
   Load("WindowsLanguage=KOR\r\nL25=Ausgabe\r\nL158=Hier");
   LocalizeControl(run, form);
   EXPECT_EQ(form.caption, "Configure");
-  const Control& localized = form.children[0];
-  EXPECT_EQ(localized.caption, "Ausgabe");
-  EXPECT_EQ(localized.children[0].caption, "Defaults");
-  EXPECT_EQ(localized.children[0].toolTip, "Hier");
-  EXPECT_EQ(localized.children[1].caption, "");
-  EXPECT_EQ(localized.children[1].font.charset, charsets::kKorean);
+  EXPECT_EQ(frame.caption, "Ausgabe");
+  EXPECT_EQ(frame.children[0]->caption, "Defaults");
+  EXPECT_EQ(frame.children[0]->toolTip, "Hier");
+  EXPECT_EQ(frame.children[1]->caption, "");
+  EXPECT_EQ(frame.children[1]->font.charset, charsets::kKorean);
 
   plain.font.charset = 204;
   Load("L1=x");

@@ -40,6 +40,7 @@ std::string ForTerminal(std::string_view text) {
 std::int32_t HarmlessAnswer(std::int32_t buttons) {
   switch (buttons) {
     case box::kRetryCancel:
+    case box::kYesNoCancel:
       return box::kAnswerCancel;
     case box::kYesNo:
       return box::kAnswerNo;
@@ -53,6 +54,10 @@ std::int32_t HarmlessAnswer(std::int32_t buttons) {
 BoxAnswer PosixDesktop::ShowBox(const std::string& text, const std::string& caption, std::int32_t flags) {
   WriteAll(STDERR_FILENO, ForTerminal(caption + ": " + text) + '\n');
   return {HarmlessAnswer(flags & kButtonsMask), false};
+}
+
+Result<std::string> PosixDesktop::PickFile(const FilePicker&) {
+  return Failure{failures::kCancelled, "There is no display to show a file picker on"};
 }
 
 }  // namespace tessary
