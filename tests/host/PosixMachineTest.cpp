@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 #include <stdlib.h>
 #include <sys/stat.h>
+#include <sys/xattr.h>
 #include <thread>
 #include <unistd.h>
 
@@ -66,7 +67,11 @@ TEST_F(PosixMachineTest, ReplaceKeepsLinksAndAccess) {
   Write("target", "old", 0640);
   fs::create_symlink("target", Path("link"));
   fs::create_symlink("link", Path("link2"));
+  const bool tagged = setxattr(Path("target").c_str(), "user.tag", "kept", 4, 0) == 0;  // not on all systems
   EXPECT_EQ(host_.files.Replace(Path("link2"), "new").number, 0);
+  char tag[8] = "kept";
+  EXPECT_TRUE(!tagged || getxattr(Path("target").c_str(), "user.tag", tag, sizeof tag) == 4);
+  EXPECT_STREQ(tag, "kept");
   EXPECT_TRUE(fs::is_symlink(Path("link")) && fs::is_symlink(Path("link2")));
   EXPECT_EQ(Text("target"), "new");
   EXPECT_EQ(ModeOf("target"), 0640u);

@@ -1,12 +1,16 @@
 #include "host/posix/Replacement.h"
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <climits>
 #include <cstdio>
 #include <fcntl.h>
 #include <linux/limits.h>
+#include <linux/magic.h>
 #include <sys/random.h>
 #include <sys/stat.h>
+#include <sys/vfs.h>
 #include <sys/xattr.h>
 #include <unistd.h>
 #include <vector>
@@ -77,7 +81,19 @@ Result<Target> FindTarget(const std::string& path) {
   return target;
 }
 
-/// A file of a name that nobody uses, removed when the object goes unless it was moved to its target.
+/// True on file systems where a file can be made first and named when it is whole. Others, those of networks
+/// among them, may refuse the name after the file.
+bool NamesLater(int folder) {
+  struct statfs status {};
+  if (fstatfs(folder, &status) != 0) return false;
+  constexpr std::array<unsigned, 6> kKnown = {EXT4_SUPER_MAGIC, XFS_SUPER_MAGIC, BTRFS_SUPER_MAGIC,
+                                              F2FS_SUPER_MAGIC, TMPFS_MAGIC,     OVERLAYFS_SUPER_MAGIC};
+  return std::find(kKnown.begin(), kKnown.end(), static_cast<unsigned>(status.f_type)) != kKnown.end();
+}
+
+/// A new file in the folder. It has no name before it is whole, so that a killed program leaves nothing behind,
+/// or, where that cannot be done, one that nobody uses. Removed when the object goes unless it was moved to its
+/// target.
 class TemporaryFile {
  public:
   explicit TemporaryFile(int folder) : folder_(folder) {}
@@ -90,22 +106,21 @@ class TemporaryFile {
   [[nodiscard]] int Fd() const { return fd_.Get(); }
 
   Failure Create(mode_t mode) {
-    const int flags = O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC;
-    do {
-      unsigned number = 0;
-      if (Restarted([&] { return getrandom(&number, sizeof number, 0); }) < 0) return FailureOf(errno);
-      char name[32];
-      std::snprintf(name, sizeof name, ".tessary-%08x", number);
-      fd_ = UniqueFd(Restarted([&] { return openat(folder_, name, flags, mode); }));
-      if (fd_) name_ = name;
-    } while (!fd_ && errno == EEXIST);
-    return fd_ ? Failure{} : FolderFailureOf(errno);
+    const int flags = O_WRONLY | O_CLOEXEC;
+    if (NamesLater(folder_))
+      fd_ = UniqueFd(Restarted([&] { return openat(folder_, ".", flags | O_TMPFILE, mode); }));
+    if (fd_) return {};
+    return TakeFreeName([&](const char* name) {
+      fd_ = UniqueFd(Restarted([&] { return openat(folder_, name, flags | O_CREAT | O_EXCL, mode); }));
+      return static_cast<bool>(fd_);
+    });
   }
 
-  /// Gives the new file the owner, group and access rights of the old one, as far as that is allowed. Where the
-  /// group or the access list cannot be kept, the group has the rights of all others.
+  /// Gives the new file the tags, owner, group and access rights of the old one, as far as that is allowed.
+  /// Where the group or the access list cannot be kept, the group has the rights of all others.
   Failure TakeRightsOf(const Target& old) {
     const struct stat& status = old.status;
+    CopyTags(old.name);
     const bool groupKept = fchown(Fd(), status.st_uid, status.st_gid) == 0 ||
                            fchown(Fd(), static_cast<uid_t>(-1), status.st_gid) == 0;
     mode_t mode = status.st_mode & 0777;
@@ -115,6 +130,13 @@ class TemporaryFile {
   }
 
   Failure MoveTo(const Target& target) {
+    const std::string self = "/proc/self/fd/" + std::to_string(Fd());
+    const auto link = [&](const char* name) {
+      return linkat(AT_FDCWD, self.c_str(), folder_, name, AT_SYMLINK_FOLLOW) == 0;
+    };
+    if (name_.empty()) {
+      if (Failure failure = TakeFreeName(link)) return failure;
+    }
     if (!fd_.Reset()) return FailureOf(errno);
     if (renameat(folder_, name_.c_str(), folder_, target.name.c_str()) != 0) return PathFailureOf(errno);
     name_.clear();
@@ -122,11 +144,45 @@ class TemporaryFile {
   }
 
  private:
+  /// Calls `take` with names until it succeeds or fails for another reason than that the name is in use.
+  template <class Take>
+  Failure TakeFreeName(Take take) {
+    while (true) {
+      unsigned number = 0;
+      if (Restarted([&] { return getrandom(&number, sizeof number, 0); }) < 0) return FailureOf(errno);
+      char name[32];
+      std::snprintf(name, sizeof name, ".tessary-%08x", number);
+      if (take(name)) {
+        name_ = name;
+        return {};
+      }
+      if (errno != EEXIST) return FolderFailureOf(errno);
+    }
+  }
+
+  [[nodiscard]] std::string PathOf(const std::string& name) const {
+    return "/proc/self/fd/" + std::to_string(folder_) + '/' + name;
+  }
+
+  /// Copies the extended attributes that people and desktops give to documents.
+  void CopyTags(const std::string& name) const {
+    const std::string old = PathOf(name);
+    std::vector<char> names(XATTR_LIST_MAX), value(XATTR_SIZE_MAX);
+    const ssize_t length = listxattr(old.c_str(), names.data(), names.size());
+    for (ssize_t at = 0; at < length;) {
+      const std::string tag = names.data() + at;
+      at += static_cast<ssize_t>(tag.size()) + 1;
+      if (!tag.starts_with("user.")) continue;
+      const ssize_t size = getxattr(old.c_str(), tag.c_str(), value.data(), value.size());
+      if (size >= 0) fsetxattr(Fd(), tag.c_str(), value.data(), static_cast<std::size_t>(size), 0);
+    }
+  }
+
   /// Gives the new file the access list of the old one, or none if that has none, as the folder may have given
   /// it one. False if that failed.
   [[nodiscard]] bool CopyAccessList(const std::string& name) const {
     constexpr const char* kAccessList = "system.posix_acl_access";
-    const std::string old = "/proc/self/fd/" + std::to_string(folder_) + '/' + name;
+    const std::string old = PathOf(name);
     std::vector<char> list(XATTR_SIZE_MAX);
     const ssize_t size = getxattr(old.c_str(), kAccessList, list.data(), list.size());
     if (size < 0) return fremovexattr(Fd(), kAccessList) == 0 || errno == ENODATA || errno == EOPNOTSUPP;
