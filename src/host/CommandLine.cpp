@@ -35,4 +35,13 @@ std::string JoinParameters(const std::vector<std::string>& arguments) {
   return line;
 }
 
+std::string FillPlaceholders(std::string text, const std::vector<std::string>& values) {
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    const std::string placeholder = "%" + std::to_string(i + 1);
+    for (std::size_t at = 0; (at = text.find(placeholder, at)) != std::string::npos; at += values[i].size())
+      text.replace(at, placeholder.size(), values[i]);
+  }
+  return text;
+}
+
 }  // namespace tessary

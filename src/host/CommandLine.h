@@ -1,4 +1,5 @@
-// The quoting of `name=value` parameters, shared by every host that builds a command line from arguments.
+// Command lines as texts, for every host that builds one: the quoting of `name=value` parameters, and the
+// placeholders of commands that people write.
 #pragma once
 
 #include <string>
@@ -15,5 +16,9 @@ std::string QuoteParameter(std::string_view argument);
 
 /// The arguments, quoted, with a blank between them; empty arguments are left out.
 std::string JoinParameters(const std::vector<std::string>& arguments);
+
+/// `text` with every "%1" replaced by the first of `values`, then every "%2" by the second, and on: a later
+/// placeholder is seen in an earlier value too. "%10" is the first value and a 0.
+std::string FillPlaceholders(std::string text, const std::vector<std::string>& values);
 
 }  // namespace tessary

@@ -1,4 +1,5 @@
-// Child programs. A child is never started through a command interpreter with data in its line.
+// Child programs. A child is never started through a command interpreter with data in its line, except where a
+// machine knows no other way (ShellCommand).
 #pragma once
 
 #include <cstdint>
@@ -15,6 +16,7 @@ struct Command {
   std::string line;                    ///< what a Windows machine executes; what messages and logs show
   std::vector<std::string> arguments;  ///< what a POSIX machine executes; the program comes first
   std::string errorFile;               ///< where a hidden child's standard error is kept; empty: it is dropped
+  bool outlives = false;               ///< the signals of this program's terminal do not reach the child
 };
 
 enum class Streams {
@@ -41,6 +43,13 @@ class Processes {
   /// The command that runs `program` with `parameters`, each `name=value` or a plain word. The line has the
   /// quoting that this program's own command line has (QuoteParameter in host/CommandLine.h).
   virtual Command ProgramCommand(const std::string& program, const std::vector<std::string>& parameters) = 0;
+
+  /// The command by which the machine's command interpreter does what `text` says, a child that outlives this
+  /// program. The placeholders in it, "%1" for the first of `values` (at most nine) and on, stand for the
+  /// values. On a POSIX machine a value is one word wherever its placeholder stands, and never read as a
+  /// command; on a Windows machine it is put into the line as it is (FillPlaceholders in host/CommandLine.h),
+  /// and the quotes around it are up to `text`.
+  virtual Command ShellCommand(const std::string& text, const std::vector<std::string>& values) = 0;
 
   /// Starts a child in `folder` (empty: the folder of this process). A program that is missing or may not be
   /// run is a failure; nothing is left running then.

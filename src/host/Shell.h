@@ -28,8 +28,9 @@ class Shell {
   virtual std::optional<std::string> SpecialFolder(std::int32_t id) = 0;
   /// All installed fonts, in no fixed order.
   virtual std::vector<FontEntry> InstalledFonts() = 0;
-  /// Opens a file, folder or address with its default program and does not wait for it. Above 32 on success,
-  /// otherwise the platform's code: 2 not found, 31 no program to open it with.
+  /// Opens a file, a folder or an address ("https://…") with its default program and does not wait for it,
+  /// though up to two seconds for the news that it could not be started. Above 32 on success, otherwise the
+  /// platform's code (System::ErrorText): 2 not found, 31 no program to open it with.
   virtual std::int32_t Open(const std::string& target) = 0;
 };
 

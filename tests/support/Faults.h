@@ -108,6 +108,9 @@ class FaultyProcesses : public Processes {
   Command ProgramCommand(const std::string& program, const std::vector<std::string>& parameters) override {
     return inner_.ProgramCommand(program, parameters);
   }
+  Command ShellCommand(const std::string& text, const std::vector<std::string>& values) override {
+    return inner_.ShellCommand(text, values);
+  }
   Result<std::unique_ptr<Process>> Start(const Command& command, const std::string& folder,
                                          Streams streams) override {
     if (Failure failure = fault_.Next()) return failure;

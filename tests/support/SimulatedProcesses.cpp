@@ -92,6 +92,10 @@ Command SimulatedProcesses::ProgramCommand(const std::string& program,
   return command;
 }
 
+Command SimulatedProcesses::ShellCommand(const std::string& text, const std::vector<std::string>& values) {
+  return {"cmd /c " + FillPlaceholders(text, values), {}, "", true};
+}
+
 Result<std::unique_ptr<Process>> SimulatedProcesses::Start(const Command& command, const std::string& folder,
                                                            Streams streams) {
   started.push_back({command.line, folder, streams});

@@ -64,6 +64,7 @@ class SimulatedProcesses : public Processes {
   std::vector<Started> started;  ///< also those that failed to start
 
   Command ProgramCommand(const std::string& program, const std::vector<std::string>& parameters) override;
+  Command ShellCommand(const std::string& text, const std::vector<std::string>& values) override;
   Result<std::unique_ptr<Process>> Start(const Command& command, const std::string& folder,
                                          Streams streams) override;
 

@@ -8,6 +8,7 @@
 #include "host/CommandLine.h"
 #include "host/posix/ChildProcess.h"
 #include "host/posix/PosixFile.h"
+#include "host/posix/ShellScript.h"
 
 namespace tessary {
 
@@ -53,12 +54,23 @@ Command PosixProcesses::ProgramCommand(const std::string& program, const std::ve
   return command;
 }
 
+Command PosixProcesses::ShellCommand(const std::string& text, const std::vector<std::string>& values) {
+  static constexpr const char* kShell = "/bin/sh";
+  Command command;
+  command.line = kShell + (" -c " + FillPlaceholders(text, values));
+  command.arguments = {kShell, "-c", ShellScript(text, values.size()), "sh"};
+  command.arguments.insert(command.arguments.end(), values.begin(), values.end());
+  command.outlives = true;
+  return command;
+}
+
 Result<std::unique_ptr<Process>> PosixProcesses::Start(const Command& command, const std::string& folder,
                                                        Streams streams) {
   ChildSetup setup;
   setup.arguments = command.arguments;
   setup.folder = folder;
   setup.hidden = streams == Streams::Hidden;
+  setup.ownSession = command.outlives;
   Result<UniqueFd> error;
   if (setup.hidden && !command.errorFile.empty()) {
     error = OpenDescriptor(command.errorFile, O_WRONLY | O_CREAT | O_TRUNC | O_APPEND, 0600);
