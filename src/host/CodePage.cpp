@@ -10,6 +10,7 @@ namespace tessary {
 namespace {
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+constexpr char32_t kReplacement = 0xFFFD;
 
 /// The characters of the bytes 0x80 to 0x9F of Windows-1252; all other bytes stand for the character of their
 /// own number.
@@ -69,6 +70,15 @@ void AppendUtf8(std::string& text, char32_t code) {
   }
 }
 
+void AppendUtf16(std::u16string& units, char32_t code) {
+  if (code < 0x10000) {
+    units += static_cast<char16_t>(code);
+  } else {
+    units += static_cast<char16_t>(0xD7C0 + (code >> 10));  // 0xD800 less what 0x10000 adds
+    units += static_cast<char16_t>(0xDC00 + (code & 0x3FF));
+  }
+}
+
 std::string DecodeWindows1252(std::string_view bytes) {
   std::string text;
   text.reserve(bytes.size() + bytes.size() / 8);
@@ -115,6 +125,20 @@ std::string EncodeText(CodePage codePage, std::string_view text) {
     if (text.empty()) return bytes;
     const Character character = FirstCharacter(text);
     bytes += character.length == 0 ? '?' : EncodeWindows1252(character.code);
+    text.remove_prefix(std::max<std::size_t>(character.length, 1));
+  }
+}
+
+std::u16string ToUtf16(std::string_view text) {
+  std::u16string units;
+  units.reserve(text.size());
+  while (true) {
+    const std::size_t ascii = AsciiRun(text);
+    units.append(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(ascii));
+    text.remove_prefix(ascii);
+    if (text.empty()) return units;
+    const Character character = FirstCharacter(text);
+    AppendUtf16(units, character.length == 0 ? kReplacement : character.code);
     text.remove_prefix(std::max<std::size_t>(character.length, 1));
   }
 }

@@ -1,4 +1,5 @@
-// The boundary between text (UTF-8 in std::string) and the 8-bit files of a machine. Nothing else converts.
+// The boundary between text (UTF-8 in std::string) and the files of a machine, of 8 bits a character or of 16.
+// Nothing else converts.
 #pragma once
 
 #include <string>
@@ -22,5 +23,8 @@ std::string DecodeText(CodePage codePage, std::string_view bytes);
 /// UTF-8 survives; with `CodePage::Windows1252` a character that the page lacks, or a byte that is not part of
 /// valid UTF-8, becomes "?". Never fails.
 std::string EncodeText(CodePage codePage, std::string_view text);
+
+/// The UTF-16 units of `text`. A byte that is not part of valid UTF-8 becomes U+FFFD. Never fails.
+std::u16string ToUtf16(std::string_view text);
 
 }  // namespace tessary

@@ -1,6 +1,10 @@
 #include "job/Delivery.h"
 
+#include <cstdio>
+
+#include "job/PageNumbers.h"
 #include "system/Conversions.h"
+#include "system/FileHelpers.h"
 #include "system/modLog.h"
 #include "ui/modLocalize.h"
 #include "ui/modSharedGUI.h"
@@ -18,7 +22,7 @@ Failure CopyPatiently(Run& run, const std::string& source, const std::string& de
   const std::int64_t start = run.host.clock.Ticks();
   for (;;) {
     Failure failure = run.host.files.Copy(source, destination);
-    if (failure.number != failures::kPathFileAccess) return failure;
+    if (failure.number != failures::kPathFileAccess || FolderExists(run, destination)) return failure;
     WriteLog(run, "Error copying PDF to destination. Possible file lock." + route +
                       Translate(run, "[L123]Error") + " " + std::to_string(failure.number) + ": " +
                       failure.text);
@@ -35,6 +39,16 @@ bool WantsRetry(Run& run, const std::string& destination) {
          box::kAnswerRetry;
 }
 
+std::string ListEntry(std::int32_t number, const std::string& file) {
+  return "  File" + std::to_string(number) + "=" + file;
+}
+
+std::string NameOfImage(const std::string& base, std::int32_t page, const std::string& extension) {
+  char number[16];
+  std::snprintf(number, sizeof number, "_%08d.", page);
+  return base + number + extension;
+}
+
 }  // namespace
 
 bool CopyToDestination(Run& run, const std::string& source, const std::string& destination,
@@ -48,6 +62,26 @@ bool CopyToDestination(Run& run, const std::string& source, const std::string& d
                       failure.text);
   } while (!suppressErrors && WantsRetry(run, destination));
   return false;
+}
+
+Delivery DeliverFile(Run& run, const std::string& source, const std::string& output) {
+  const bool delivered = CopyToDestination(run, source, output, run.job.SuppressErrors);
+  return {!delivered, delivered ? 1 : 0, ListEntry(1, output)};
+}
+
+Delivery DeliverPages(Run& run, const std::string& base, const std::string& extension,
+                      const std::string& output) {
+  Delivery delivery;
+  for (std::int32_t page = 1;; ++page) {
+    const std::string image = NameOfImage(base, page, extension);
+    if (!FileExists(run, image)) return delivery;
+    const std::string target = SubstitutePageNo(output, page);
+    delivery.failed = !CopyToDestination(run, image, target, run.job.SuppressErrors);
+    if (delivery.failed) return delivery;
+    delivery.fileCount = page;
+    if (!delivery.fileList.empty()) delivery.fileList += "\r\n";
+    delivery.fileList += ListEntry(page, target);
+  }
 }
 
 }  // namespace tessary

@@ -23,6 +23,7 @@ inline constexpr std::int32_t kPostScriptMissing = 1006;
 inline constexpr std::int32_t kGhostscriptFailed = 1007;
 inline constexpr std::int32_t kGhostscriptTimedOut = 1008;
 inline constexpr std::int32_t kGhostscriptOld = 1012;
+inline constexpr std::int32_t kPageTag = 1013;
 }  // namespace errors
 
 /// A failure on its way to the handler at the entry point. A wrapper that raises it again keeps the number and
