@@ -4,6 +4,8 @@
 
 #include "config/modConfig.h"
 #include "config/modFolders.h"
+#include "job/FollowUp.h"
+#include "job/StatusFile.h"
 #include "job/modMakePDF.h"
 #include "job/modProject.h"
 #include "postscript/modPostScript.h"
@@ -141,8 +143,44 @@ void LogQuietly(Run& run, const std::string& message) {
   }
 }
 
+std::string Describe(const Error& error) {
+  return "Error " + std::to_string(error.number()) + ": " + error.description();
+}
+
+/// What fails in the handler is logged, and the handler goes on.
+template <class Step>
+void TryInHandler(Run& run, Step step) {
+  try {
+    step();
+  } catch (const Error& error) {
+    LogQuietly(run, "Error handler. " + Describe(error));
+  }
+}
+
+/// Does for a failed job what the end of the pipeline would have done.
+void ReportFailedJob(Run& run) {
+  JobState& job = run.job;
+  const Settings& config = job.JobConfig;
+  TryInHandler(run, [&] {
+    if (config) WriteStatusFile(run, false, config, job.PageCount, job.FileCount, "");
+  });
+  TryInHandler(run, [&] {
+    if (job.RunOnErrorProgram.empty() || job.RunOnErrorDone) return;
+    WriteLog(run, "Run on error" + job.RunOnErrorProgram);  // without a blank, unlike the pipeline's record
+    RunProgram(run, job.RunOnErrorProgram, job.RunOnErrorFolder, job.OutputFile, job.PageCount, job.FileCount);
+  });
+  TryInHandler(run, [&] {
+    const std::string program = config ? config->Text("afterprintprogram") : "";
+    if (program.empty() || job.AfterPrintDone) return;
+    WriteLog(run, "Run afterprintprogram " + program);
+    RunProgram(run, program, config->Text("afterprintprogramdir"), job.OutputFile, job.PageCount,
+               job.FileCount);
+  });
+}
+
 void HandleError(Run& run, const Error& error, const std::string& stage, ModuleHandle module) {
-  const std::string what = "Error " + std::to_string(error.number()) + ": " + error.description();
+  const std::string what = Describe(error);
+  ReportFailedJob(run);
   if (!run.job.SuppressErrors)
     ShowMessage(run, Translate(run, "[L109]An error occured.") + "\r\n\r\n" + what + "\r\n\r\n" + stage,
                 box::kCritical);

@@ -28,6 +28,10 @@ struct JobState {
   bool DebugSetting = false;              ///< the temporary files of the job stay
   std::int32_t PageCount = 0;             ///< pages reported by Ghostscript
   std::int32_t FileCount = 0;             ///< files delivered
+  std::string RunOnErrorProgram;          ///< the setting `runonerror`
+  std::string RunOnErrorFolder;           ///< the setting `runonerrordir`
+  bool RunOnErrorDone = false;            ///< the program has been started in this run
+  bool AfterPrintDone = false;            ///< the same for the setting `afterprintprogram`
   std::string OutputFile;                 ///< the expanded `output`
   std::shared_ptr<Dictionary> JobConfig;  ///< null: no settings had been resolved
 };
