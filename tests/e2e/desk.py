@@ -76,6 +76,7 @@ class DeskTest(unittest.TestCase):
         for variable, folder in (("HOME", "home"), ("XDG_CONFIG_HOME", "config"), ("TMPDIR", "tmp")):
             (self.root / folder).mkdir()
             self.environment[variable] = str(self.root / folder)
+        self.user = None  # the number of the user that programs run as
         self.output = self.root / "out.pdf"
         self.settings(output=self.output)
 
@@ -97,6 +98,13 @@ class DeskTest(unittest.TestCase):
         path.write_bytes(content)
         return path
 
+    def drop_privileges(self):
+        """Nothing is forbidden to root: from here on programs are those of a user who owns this desk."""
+        if os.geteuid() == 0:
+            self.user = 65534
+            for path in [self.root, *self.root.rglob("*")]:
+                os.chown(path, self.user, -1)
+
     def ghostscript(self, script):
         """Puts a shell script before the real gs on the PATH; $real is the real one."""
         path = self.file("fake/gs", f"#!/bin/sh\nreal={shutil.which('gs')}\n{script}\n".encode())
@@ -117,7 +125,8 @@ class DeskTest(unittest.TestCase):
             resource.setrlimit(resource.RLIMIT_FSIZE, (limit, limit))
         return self.enterContext(subprocess.Popen(
             [self.programs / program, *map(str, arguments)], env=self.environment, cwd=self.root, stdin=stdin,
-            stdout=subprocess.PIPE, stderr=subprocess.PIPE, preexec_fn=limit_files if limit is not None else None))
+            stdout=subprocess.PIPE, stderr=subprocess.PIPE, user=self.user,
+            preexec_fn=limit_files if limit is not None else None))
 
     def run_program(self, program, *arguments, input=None, **options):
         """Runs to the end; gives exit code and everything that was said."""

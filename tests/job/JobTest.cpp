@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "job/modMain.h"
+#include "system/Conversions.h"
 #include "tests/support/Faults.h"
 #include "tests/support/SimulatedMachine.h"
 
@@ -196,6 +197,102 @@ TEST_F(JobTest, UndeliveredIsAskedAboutAndAnswered) {
   EXPECT_NE(Log().find("Error copying PDF to destination (" + kTemp +
                        R"(\x_printer.pdf -> D:\none\x.pdf). Error 76: )"),
             std::string::npos);
+}
+
+/// Settings with everything that can follow a job.
+const std::string kFollowUps = "[PDF Printer]\r\noutput=" + kTarget +
+                               "\r\nstatusfile=D:\\status.txt\r\nrunonsuccess=Ok \"%1\" %2 %3\r\n"
+                               "runonerror=bad %1 %2 %3\r\nrunonerrordir=D:\\\r\n"
+                               "afterprintprogram=after %1\r\nopenfolder= Yes\r\nshowpdf=YES\r\ndebug=yes\r\n";
+
+/// The status file as characters.
+std::string StatusOf(SimulatedMachine& machine) {
+  std::string text;
+  for (const char c : machine.files.Text(R"(D:\status.txt)"))
+    if (c != 0) text += c;
+  return text;
+}
+
+TEST_F(JobTest, ADocumentIsShownReportedAndFollowedUp) {
+  machine.files.Put(kSettings, kFollowUps + "runonsuccessdir=C:\\jobs\r\n");
+  machine.ExpectGhostscript();
+  machine.processes.Expect(R"(cmd /c Ok "D:\out.pdf" 2 1)").NeverEnds();
+  machine.processes.Expect(R"(cmd /c after D:\out.pdf)").NeverEnds();
+  EXPECT_EQ(Start(), exitcodes::kDone);
+  EXPECT_TRUE(
+      Log().ends_with("Ghostscript\nShow\nWrite status file\nCreate status file D:\\status.txt\n"
+                      "Run on success Ok \"%1\" %2 %3\nRun afterprintprogram after %1\n"
+                      "Open destination folder D:\\\nFinished\n"))
+      << Log();
+  EXPECT_EQ(machine.shell.opened, (std::vector<std::string>{kTarget, "D:\\"}));
+  EXPECT_EQ(machine.processes.started[1].folder, R"(C:\jobs)");
+  EXPECT_EQ(machine.processes.started[2].folder, machine.host().workingFolder);
+  EXPECT_TRUE(
+      StatusOf(machine).starts_with("[Status]\r\n  Errors=0\r\n  PageCount=2\r\n  FileCount=1\r\n\r\n"
+                                    "[Files]\r\n  File1=D:\\out.pdf\r\n\r\n[PDF Printer]\r\n"));
+}
+
+TEST_F(JobTest, AFailedJobIsReportedAndFollowedUpBeforeTheBox) {
+  machine.files.Put(kSettings, kFollowUps);
+  machine.ExpectGhostscript().Exits(1);
+  std::size_t startedBeforeBox = 0;
+  machine.desktop.onBox = [&] { startedBeforeBox = machine.processes.started.size(); };
+  machine.processes.Expect(R"(cmd /c bad D:\out.pdf 0 0)");
+  machine.processes.Expect(R"(cmd /c after D:\out.pdf)");
+  EXPECT_EQ(Start(), exitcodes::kError);
+  EXPECT_EQ(machine.processes.started[1].folder, R"(D:\)");
+  EXPECT_EQ(startedBeforeBox, 3u);
+  EXPECT_TRUE(
+      StatusOf(machine).starts_with("[Status]\r\n  Errors=1\r\n  PageCount=0\r\n  FileCount=0\r\n\r\n"
+                                    "[Files]\r\n\r\n\r\n[PDF Printer]\r\n"));
+  EXPECT_NE(Log().find("Create status file D:\\status.txt\nRun on errorbad %1 %2 %3\n"
+                       "Run afterprintprogram after %1\nError handler. Error 1007: "),
+            std::string::npos)
+      << Log();
+}
+
+TEST_F(JobTest, AFailedDeliveryIsReportedAndFollowedUp) {
+  machine.files.Put(kSettings, kFollowUps);
+  machine.files.Hold(kTarget);
+  machine.ExpectGhostscript();
+  // The command is its own working folder at first, so the handler starts it.
+  machine.processes.Expect(R"(cmd /c bad D:\out.pdf 2 0)");
+  machine.processes.Expect(R"(cmd /c bad D:\out.pdf 2 0)");
+  machine.processes.Expect(R"(cmd /c after D:\out.pdf)");
+  EXPECT_EQ(Start(), exitcodes::kError);
+  ASSERT_EQ(machine.processes.started.size(), 4u);
+  EXPECT_EQ(machine.processes.started[1].folder, "bad %1 %2 %3");
+  EXPECT_EQ(machine.processes.started[2].folder, R"(D:\)");
+  EXPECT_TRUE(machine.shell.opened.empty()) << "neither the document nor its folder";
+  EXPECT_NE(Log().find("Run on error bad %1 %2 %3\n"), std::string::npos);
+
+  machine.files.Put(kSettings, ReplaceAll(kFollowUps, "runonerror=", "none="));
+  machine.ExpectGhostscript();
+  machine.processes.Expect(R"(cmd /c after D:\out.pdf)");
+  tessary::Run own(machine.host());
+  EXPECT_EQ(Main(own), exitcodes::kNotDelivered);
+  EXPECT_NE(StatusOf(machine).find("FileCount=0\r\n\r\n[Files]\r\n  File1=D:\\out.pdf\r\n\r\n["),
+            std::string::npos);
+  EXPECT_EQ(machine.shell.opened, std::vector<std::string>{"D:\\"});
+}
+
+TEST_F(JobTest, WhatFailsInTheHandlerStopsNothing) {
+  machine.files.Put(kSettings, kFollowUps);
+  machine.files.PutFolder(R"(D:\status.txt)");
+  machine.ExpectGhostscript();
+  machine.processes.Expect("cmd /c bad *").FailsToStart();
+  machine.processes.Expect("cmd /c after *");
+  EXPECT_EQ(Start(), exitcodes::kError);
+  ASSERT_EQ(machine.desktop.boxes.size(), 1u);
+  const std::string error =
+      "Error 75: Error writing status file 'D:\\status.txt'. Error 75: Path/File access error";
+  EXPECT_EQ(machine.desktop.boxes[0].text, "An error occured.\r\n\r\n" + error + "\r\n\r\nMake PDF");
+  EXPECT_TRUE(
+      Log().ends_with("Create status file D:\\status.txt\nError handler. " + error +
+                      "\nRun on errorbad %1 %2 %3\nError handler. Error 1000: Error launching the command "
+                      "[cmd /c bad D:\\out.pdf 2 1]\nRun afterprintprogram after %1\nError handler. " +
+                      error + "\n"))
+      << Log();
 }
 
 TEST_F(JobTest, CleanUpSparesWhatItMust) {
