@@ -8,13 +8,17 @@
 namespace tessary {
 
 /// The parameter file `text` as the given version has to read it; the text itself where nothing differs.
+/// `pdfPassword`, in the code page of the text, opens the PDFs among the input files that want one.
 ///
 /// From version 9 on: a switch with a text value is quoted as a whole (`-sName#"value"` would make the quotes
-/// part of the value) and joined with "=" (a "=" in the value would be taken for the joiner before the "#");
-/// any other token that holds a blank is quoted, so that a setting cannot add switches; a double quote inside
-/// becomes `\"`; a "%" in the name of an output file is doubled unless it is the page pattern "%08d" before the
-/// extension (others would be read as patterns too); and `.setpdfwrite`, which is gone, is dropped together
-/// with its "-c".
-std::string TranslateParameters(std::string_view text, std::int32_t majorVersion);
+/// part of the value) and joined with "=" (a "=" in the value would be taken for the joiner before the "#", and
+/// a password would stand in the comment that Ghostscript writes into a PDF about its call); any other token
+/// that holds a blank is quoted, so that a setting cannot add switches; a double quote inside becomes `\"`;
+/// a "%" in the name of an output file is doubled unless it is the page pattern "%08d" before the extension
+/// (others would be read as patterns too); and `.setpdfwrite`, which is gone, is dropped together with its
+/// "-c". A run that reads a PDF gets the password; from version 10 on it stops at a PDF that it cannot read,
+/// which would be left out without an error otherwise.
+std::string TranslateParameters(std::string_view text, std::int32_t majorVersion,
+                                std::string_view pdfPassword = {});
 
 }  // namespace tessary

@@ -2,6 +2,8 @@
 
 #include "config/modSpecialFolders.h"
 #include "ghostscript/Dialect.h"
+#include "ghostscript/ParameterLines.h"
+#include "ghostscript/modEncryption.h"
 #include "system/Conversions.h"
 #include "system/Error.h"
 #include "system/FileHelpers.h"
@@ -20,9 +22,11 @@ constexpr std::size_t kMostWords = 16 * 1024;  // bytes of its output in message
 constexpr const char* kFontSuffix = " (truetype)";
 
 /// The file that the located version is given: the parameter file itself, or its translation beside it.
-std::string ParametersFor(Run& run, const std::string& parameterFile, std::int32_t major) {
+std::string ParametersFor(Run& run, Dictionary& settings, const std::string& parameterFile,
+                          std::int32_t major) {
   const std::string text = ReadFile(run, parameterFile);
-  const std::string translated = TranslateParameters(text, major);
+  const std::string password = EncodeText(run.host.codePage, GetOpeningPassword(settings));
+  const std::string translated = TranslateParameters(text, major, password);
   if (translated == text) return parameterFile;
   const std::string file = parameterFile + ".run";
   WriteBinaryFile(run, file, translated);
@@ -43,8 +47,10 @@ std::string LastWords(Run& run, const std::string& file) {
   throw Error(errors::kGhostscriptFailed, "An error occured while running Ghostscript\r\n\r\n" + said);
 }
 
-std::string QuotedSwitch(const std::string& name, const std::string& value) {
-  return "-s" + name + "#\"" + value + "\"";
+/// The last conversion alone encrypts, so that a merge can read what the first one made.
+bool EncryptsNow(Dictionary& settings, bool isFinalPass) {
+  const bool willBeMerged = !isFinalPass && !TrimBlanks(settings.Text("mergefile")).empty();
+  return IsEncrypted(settings) && !willBeMerged;
 }
 
 }  // namespace
@@ -71,7 +77,7 @@ void RunGhostscript(Run& run, Dictionary& settings, const std::string& parameter
                   "is required. Please install a newer version."));
 
   const Command command =
-      run.host.ghostscripts.RunCommand(executable, ParametersFor(run, parameterFile, major));
+      run.host.ghostscripts.RunCommand(executable, ParametersFor(run, settings, parameterFile, major));
   const LaunchResult result = LaunchProcess(run, command, timeout, ParentFolder(run.host.paths, executable));
   if (result.stillRunning) throw Error(errors::kGhostscriptTimedOut, "Ghostscript timed out");
   if (result.exitCode != 0)
@@ -79,11 +85,14 @@ void RunGhostscript(Run& run, Dictionary& settings, const std::string& parameter
 }
 
 bool WritePdfParameterFile(Run& run, const std::string& parameterFile, const std::string& outputFile,
-                           Dictionary& settings, const std::string& stdoutFile,
+                           Dictionary& settings, bool isFinalPass, const std::string& stdoutFile,
                            const std::vector<std::string>& inputFiles) {
   std::vector<std::string> tokens{"-q", "-dSAFER", "-dNOPAUSE", "-dBATCH", QuotedSwitch("stdout", stdoutFile)};
   if (const std::string target = settings.Text("target"); !target.empty())
     tokens.push_back("-dPDFSETTINGS#/" + ToLower(target));
+  std::string text = ParameterLines(tokens);
+  if (EncryptsNow(settings, isFinalPass)) text += GetEncryptionParameters(settings);
+  tokens.clear();
   const std::string fonts = GetSpecialFolder(run, folders::kFonts).value_or("");
   for (const std::string& token :
        {std::string("-sDEVICE#pdfwrite"), QuotedSwitch("FONTPATH", fonts),
@@ -91,10 +100,7 @@ bool WritePdfParameterFile(Run& run, const std::string& parameterFile, const std
         std::string(".setpdfwrite"), std::string("-f")})
     tokens.push_back(token);
   for (const std::string& input : inputFiles) tokens.push_back('"' + input + '"');
-
-  std::string text;
-  for (const std::string& token : tokens) text.append(token).append("\r\n");
-  WriteTextFile(run, parameterFile, text);
+  WriteTextFile(run, parameterFile, text + ParameterLines(tokens));
   return true;
 }
 

@@ -39,11 +39,23 @@ std::string GetGhostscriptVersion(Run& run, const std::string& executablePath, s
 void RunGhostscript(Run& run, Dictionary& settings, const std::string& parameterFile,
                     const std::string& outputFile);
 
-/// Writes the parameter file for a conversion of `inputFiles`, in their order, to the PDF `outputFile`. Raises
-/// the platform's error; an older file is then as it was. True otherwise.
+/// Writes the parameter file for a conversion of `inputFiles`, in their order, to the PDF `outputFile`. The
+/// security lines (modEncryption.h) are left to the final pass when `mergefile` names a PDF to merge with.
+/// Raises the platform's error; an older file is then as it was. True otherwise.
 bool WritePdfParameterFile(Run& run, const std::string& parameterFile, const std::string& outputFile,
-                           Dictionary& settings, const std::string& stdoutFile,
+                           Dictionary& settings, bool isFinalPass, const std::string& stdoutFile,
                            const std::vector<std::string>& inputFiles);
+
+/// True when `device` names an image device: the job's result is images then and no PDF.
+bool IsDeviceOutput(Dictionary& settings);
+
+/// Writes the parameter file that turns the PDF `inputFile` into images. `outputFile` comes in as their path
+/// without extension, with "%08d" in it where every page is a file of its own, and goes out with "." and the
+/// extension; `extension` goes out as the one that belongs to `device`, and unchanged for a device that is not
+/// known here. Raises the platform's error; an older file is then as it was. True otherwise.
+bool WriteDeviceParameterFile(Run& run, const std::string& parameterFile, std::string& outputFile,
+                              Dictionary& settings, const std::string& stdoutFile, const std::string& inputFile,
+                              std::string& extension);
 
 /// The number in the last complete page marker `%%[Page: n]%%` among the last 1000 bytes of `outputFile`, which
 /// may still be written; 0 when there is none or the file cannot be read. Markers whose number is not above 0

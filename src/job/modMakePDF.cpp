@@ -38,7 +38,7 @@ JobFiles NamesFor(Run& run) {
 
 void Convert(Run& run, Dictionary& config, const JobFiles& files, const std::string& psFile) {
   WriteLog(run, "Parameters");
-  WritePdfParameterFile(run, files.parameters, files.document, config, files.standardOutput, {psFile});
+  WritePdfParameterFile(run, files.parameters, files.document, config, false, files.standardOutput, {psFile});
   WriteLog(run, "Ghostscript");
   RunGhostscript(run, config, files.parameters, files.standardOutput);
   run.job.PageCount = GetLastOutputPage(run, files.standardOutput);

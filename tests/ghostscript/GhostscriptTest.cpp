@@ -42,27 +42,29 @@ struct GhostscriptTest : testing::Test {
 
 TEST_F(GhostscriptTest, ParameterFile) {
   settings.Set("target", "Printer");
-  WritePdfParameterFile(run, kParameters, R"(C:\Temp\x_printer.pdf)", settings, kOutput,
+  WritePdfParameterFile(run, kParameters, R"(C:\Temp\x_printer.pdf)", settings, false, kOutput,
                         {R"(C:\Temp\x_header.ps)",
                          "C:\\jobs\\\xC3\xBC"
                          R"( b.ps)"});
   ExpectGolden("params.gs", machine.files.Text(kParameters));
   settings.Set("target", "");
-  WritePdfParameterFile(run, kParameters, "o", settings, kOutput, {});
+  WritePdfParameterFile(run, kParameters, "o", settings, false, kOutput, {});
   EXPECT_EQ(machine.files.Text(kParameters).find("PDFSETTINGS"), std::string::npos);
 }
 
 TEST(Dialect, NewerVersionsReadOtherQuotes) {
   const std::string fixed =
-      "-q\r\n-sstdout#\"/t/50% a\"b.out\"\r\n-sDEVICE#pdfwrite\r\n-sOwnerPassword#a b\r\n-sOutputFile#\"/t/5% "
+      "-q\r\n-sstdout#\"/t/50% "
+      "a\"b.out\"\r\n-sFONTPATH#\"C:\\f\\\\\"\r\n-sDEVICE#pdfwrite\r\n-sOutputFile#\"/t/5% "
       "\"q\"%08d_%08d.png\"\r\n"
       "-dNumber#1\r\n-dPDFSETTINGS#/screen --permit-file-read=/etc\r\n-c\r\n.setpdfwrite\r\n-f\r\n\"/t/a\"b "
       "5%.ps\"\r\n";
   EXPECT_EQ(TranslateParameters(fixed, 8), fixed);
-  EXPECT_EQ(TranslateParameters(fixed, 10),
-            "-q\r\n\"-sstdout=/t/50% a\\\"b.out\"\r\n\"-sDEVICE=pdfwrite\"\r\n\"-sOwnerPassword=a b\"\r\n"
-            "\"-sOutputFile=/t/5%% \\\"q\\\"%%08d_%08d.png\"\r\n-dNumber#1\r\n\"-dPDFSETTINGS#/screen "
-            "--permit-file-read=/etc\"\r\n-f\r\n\"/t/a\\\"b 5%.ps\"\r\n");
+  EXPECT_EQ(
+      TranslateParameters(fixed, 10),
+      "-q\r\n\"-sstdout=/t/50% a\\\"b.out\"\r\n\"-sFONTPATH=C:\\f\\\\\\\r\n\"\r\n\"-sDEVICE=pdfwrite\"\r\n"
+      "\"-sOutputFile=/t/5%% \\\"q\\\"%%08d_%08d.png\"\r\n-dNumber#1\r\n\"-dPDFSETTINGS#/screen "
+      "--permit-file-read=/etc\"\r\n-f\r\n\"/t/a\\\"b 5%.ps\"\r\n");
 }
 
 TEST_F(GhostscriptTest, RegistrySearchTakesTheHighest) {

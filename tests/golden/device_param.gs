@@ -1,0 +1,13 @@
+-q
+-dSAFER
+-dNOPAUSE
+-dBATCH
+-sstdout#"C:\Temp\x_device_param.out"
+-sDEVICE#pngalpha
+-r150
+-dTextAlphaBits#4
+-dGraphicsAlphaBits#4
+-dBackgroundColor#16#FFCC00
+-sFONTPATH#"C:\WINDOWS\Fonts"
+-sOutputFile#"C:\Temp\x_page_%08d.png"
+"C:\Temp\x_printer.pdf"
