@@ -68,7 +68,8 @@ class Ghostscripts {
   /// the version has to be read from its bytes instead.
   virtual Result<std::string> AskVersion(const std::string& executable) = 0;
   /// The command that runs it with the one argument "@" + `parameterFile`. Where a program has a standard error
-  /// of its own it is kept in `parameterFile` + ".err", emptied at the start.
+  /// of its own it is kept in `parameterFile` + ".err", emptied at the start, and the files that the program
+  /// makes are for their owner alone.
   virtual Command RunCommand(const std::string& executable, const std::string& parameterFile) = 0;
 };
 

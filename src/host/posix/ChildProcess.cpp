@@ -6,6 +6,7 @@
 #include <fcntl.h>
 #include <signal.h>
 #include <spawn.h>
+#include <sys/stat.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -70,7 +71,11 @@ Result<ChildProcess> ChildProcess::Start(const ChildSetup& setup) {
   arguments.push_back(nullptr);
 
   ChildProcess child;
-  if (const int code = SpawnPlan(setup).Run(child.id_, arguments.data()); code != 0) return PathFailureOf(code);
+  // A child starts with the mask of this process, and there is no other way to give it one.
+  const mode_t mask = setup.privateFiles ? umask(S_IRWXG | S_IRWXO) : 0;
+  const int code = SpawnPlan(setup).Run(child.id_, arguments.data());
+  if (setup.privateFiles) umask(mask);
+  if (code != 0) return PathFailureOf(code);
   child.fd_ = UniqueFd(static_cast<int>(syscall(SYS_pidfd_open, child.id_, 0)));
   if (child.fd_) return child;
 

@@ -16,10 +16,11 @@ namespace tessary {
 struct ChildSetup {
   std::vector<std::string> arguments;  ///< the program's path comes first; PATH is not searched
   std::string folder;                  ///< empty: the folder of this process
-  bool hidden = true;       ///< it has no streams that lead anywhere; otherwise it has those of this process
-  int output = -1;          ///< if not -1: the descriptor that becomes its standard output
-  int error = -1;           ///< the same for its standard error
-  bool ownSession = false;  ///< it is away from the terminal, and from the signals that come from there
+  bool hidden = true;         ///< it has no streams that lead anywhere; otherwise it has those of this process
+  int output = -1;            ///< if not -1: the descriptor that becomes its standard output
+  int error = -1;             ///< the same for its standard error
+  bool privateFiles = false;  ///< the files that it makes are for their owner alone
+  bool ownSession = false;    ///< it is away from the terminal, and from the signals that come from there
 };
 
 /// A child that was started. It runs on when the object goes.

@@ -76,6 +76,7 @@ Result<std::unique_ptr<Process>> PosixProcesses::Start(const Command& command, c
     error = OpenDescriptor(command.errorFile, O_WRONLY | O_CREAT | O_TRUNC | O_APPEND, 0600);
     if (!error.ok()) return error.failure;
     setup.error = error.value.Get();
+    setup.privateFiles = true;  // it works for this process, and on the user's documents
   }
   Result<ChildProcess> child = ChildProcess::Start(setup);
   if (!child.ok()) return child.failure;
