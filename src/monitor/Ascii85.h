@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "monitor/Blocks.h"
+#include "system/Blocks.h"
 
 namespace tessary {
 

@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-#include "monitor/Blocks.h"
+#include "system/Blocks.h"
 #include "monitor/Passages.h"
 
 namespace tessary {

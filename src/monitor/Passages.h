@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "monitor/Blocks.h"
+#include "system/Blocks.h"
 
 namespace tessary {
 

@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "monitor/Ascii85.h"
-#include "monitor/Blocks.h"
+#include "system/Blocks.h"
 #include "monitor/CleanText.h"
 #include "monitor/DocumentRange.h"
 #include "monitor/Passages.h"

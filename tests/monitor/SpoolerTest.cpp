@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "monitor/Blocks.h"
 #include "monitor/Spooler.h"
+#include "system/Blocks.h"
 #include "tests/support/Faults.h"
 #include "tests/support/SimulatedMachine.h"
 

@@ -1,4 +1,4 @@
-#include "monitor/Blocks.h"
+#include "system/Blocks.h"
 
 #include <algorithm>
 #include <cstring>
@@ -12,15 +12,16 @@ BlockReader::BlockReader(File& file, std::uint64_t begin, std::uint64_t end)
 
 bool BlockReader::More() {
   if (at_ > 0) {
-    std::memmove(block_.get(), block_.get() + at_, filled_ - at_);
+    const char* const rest = First() + at_;
     position_ += at_;
     filled_ -= at_;
     at_ = 0;
+    std::memmove(First(), rest, filled_);
   }
   const std::size_t room =
       static_cast<std::size_t>(std::min<std::uint64_t>(kBlockSize - filled_, end_ - position_ - filled_));
   if (room == 0) return false;
-  const Result<std::size_t> got = file_.Read(block_.get() + filled_, room);
+  const Result<std::size_t> got = file_.Read(First() + filled_, room);
   if (!got.ok()) Fail(got.failure);
   if (got.value == 0) end_ = position_ + filled_;
   filled_ += got.value;
@@ -52,8 +53,8 @@ void BlockWriter::Append(std::string_view bytes) {
 }
 
 char* BlockWriter::Reserve() {
-  if (filled_ >= kBlockSize) Write(kBlockSize);
-  return block_.get() + filled_;
+  if (filled_ >= kBlockSize) Write(kBlockSize - written_ % kBlockSize);  // up to the end of a page
+  return block_->bytes + filled_;
 }
 
 void BlockWriter::ReturnTo(std::uint64_t position) {
@@ -73,10 +74,10 @@ Failure BlockWriter::Finish() {
 }
 
 void BlockWriter::Write(std::size_t size) {
-  if (!failure_) failure_ = file_.Write({block_.get(), size});
+  if (!failure_) failure_ = file_.Write({block_->bytes, size});
   written_ += size;
   filled_ -= size;
-  std::memmove(block_.get(), block_.get() + size, filled_);
+  std::memmove(block_->bytes, block_->bytes + size, filled_);
 }
 
 }  // namespace tessary
