@@ -50,6 +50,7 @@ struct UtilState {
   std::string computerName;  ///< empty: not read yet
   std::string userName;
   std::unique_ptr<COpSysInfo> opSysInfo;  ///< null: not made yet
+  std::optional<std::int64_t> queueRan;   ///< Clock::Ticks when DoEvents last ran the queue; nothing: never
 };
 
 struct LabelState {

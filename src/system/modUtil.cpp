@@ -13,6 +13,8 @@ namespace {
 
 /// One look at the child for every pass of the message queue.
 constexpr int kWaitMilliseconds = 50;
+/// Nobody sees an answer that comes so much later.
+constexpr std::int64_t kQueueRestMilliseconds = 10;
 /// Codes of Shell::Open up to this one are failures.
 constexpr std::int32_t kLastShellFailure = 32;
 
@@ -77,6 +79,13 @@ void CreateObjectChecked(Run& run, const std::string& progId) {
 const COpSysInfo& GetOpSysInfo(Run& run) {
   if (!run.util.opSysInfo) run.util.opSysInfo = std::make_unique<COpSysInfo>(run.host.system);
   return *run.util.opSysInfo;
+}
+
+void DoEvents(Run& run) {
+  std::optional<std::int64_t>& queueRan = run.util.queueRan;
+  if (queueRan && run.host.clock.Ticks() - *queueRan < kQueueRestMilliseconds) return;
+  run.host.desktop.PumpMessages();
+  queueRan = run.host.clock.Ticks();
 }
 
 LaunchResult LaunchProcess(Run& run, const Command& command, std::int32_t timeoutSeconds,

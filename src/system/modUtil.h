@@ -37,6 +37,10 @@ void CreateObjectChecked(Run& run, const std::string& progId);
 /// The shared description of the operating system, made at first use.
 const COpSysInfo& GetOpSysInfo(Run& run);
 
+/// Lets the message queue run, for long work that comes by often. Costs a look at the clock and no more when
+/// the queue ran less than 10 ms ago.
+void DoEvents(Run& run);
+
 struct LaunchResult {
   std::int64_t processId = 0;
   bool stillRunning = false;
