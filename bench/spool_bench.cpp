@@ -1,16 +1,13 @@
-// Spooling against `cat FILE > OTHER`, in turn on the same file; the counters give the medians of both in
-// milliseconds and the speed of spooling as a part of cat's.
-#include <algorithm>
+// Spooling, of a job of text and of one of pictures.
 #include <array>
 #include <benchmark/benchmark.h>
-#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <random>
 #include <string>
-#include <vector>
 
+#include "bench/BesideCat.h"
 #include "host/posix/PosixMachine.h"
 #include "monitor/Spooler.h"
 
@@ -20,14 +17,6 @@ namespace {
 
 constexpr std::size_t kJobBytes = 300'000'000;
 constexpr int kRounds = 9;
-
-std::string TextPage() {
-  std::string page;
-  for (int line = 0; line < 2000; ++line)
-    page += std::to_string(line % 600) + " " + std::to_string(line % 800) +
-            " moveto (The quick brown fox jumps over the lazy dog) show\n";
-  return page;
-}
 
 std::string BinaryPage() {
   std::mt19937 random(85);
@@ -52,43 +41,15 @@ void Spool(const std::filesystem::path& from, const std::filesystem::path& to) {
   if (!input.ok() || !output.ok() || !SpoolDocument(*input.value, *output.value).empty()) std::abort();
 }
 
-template <class Action>
-double Milliseconds(Action action) {
-  const auto start = std::chrono::steady_clock::now();
-  action();
-  return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+void SpoolPages(benchmark::State& state, const std::string& page) {
+  BesideCat(
+      state, [&page](const auto& file) { WriteJob(file, page); }, Spool);
 }
 
-double Median(std::vector<double> values) {
-  std::nth_element(values.begin(), values.begin() + values.size() / 2, values.end());
-  return values[values.size() / 2];
-}
-
-void SpoolAndCat(benchmark::State& state, const std::string& page) {
-  std::string name = (std::filesystem::temp_directory_path() / "spool-bench-XXXXXX").string();
-  const std::filesystem::path folder = mkdtemp(name.data());
-  const auto job = folder / "job.ps", copy = folder / "copy.ps";
-  WriteJob(job, page);
-  std::vector<double> spool, cat;
-  for (auto _ : state) {
-    std::filesystem::remove(copy);
-    cat.push_back(Milliseconds([&] {
-      if (std::system(("cat '" + job.string() + "' > '" + copy.string() + "'").c_str()) != 0) std::abort();
-    }));
-    std::filesystem::remove(copy);
-    spool.push_back(Milliseconds([&] { Spool(job, copy); }));
-    state.SetIterationTime(spool.back() / 1000);
-  }
-  std::filesystem::remove_all(folder);
-  state.counters["cat_ms"] = Median(cat);
-  state.counters["spool_ms"] = Median(spool);
-  state.counters["of_cats_speed"] = Median(cat) / Median(spool);
-}
-
-void SpoolText(benchmark::State& state) { SpoolAndCat(state, TextPage()); }
+void SpoolText(benchmark::State& state) { SpoolPages(state, TextPage("\n")); }
 BENCHMARK(SpoolText)->Iterations(kRounds)->UseManualTime()->Unit(benchmark::kMillisecond);
 
-void SpoolBinary(benchmark::State& state) { SpoolAndCat(state, BinaryPage()); }
+void SpoolBinary(benchmark::State& state) { SpoolPages(state, BinaryPage()); }
 BENCHMARK(SpoolBinary)->Iterations(kRounds)->UseManualTime()->Unit(benchmark::kMillisecond);
 
 }  // namespace
