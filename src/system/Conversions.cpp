@@ -75,6 +75,13 @@ double LeadingNumber(std::string_view text) {
   return ParseNumber(dense).number;
 }
 
+std::string DecimalText(double number) {
+  char text[40];
+  const double unsignedZero = number == 0 ? 0 : number;
+  const auto written = std::to_chars(text, text + sizeof text, unsignedZero, std::chars_format::general, 15);
+  return {text, written.ptr};
+}
+
 double RoundHalfEven(double number) { return std::nearbyint(number); }
 
 std::int32_t NotNegative(std::int32_t number) { return number < 0 ? 0 : number; }

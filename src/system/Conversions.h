@@ -29,6 +29,9 @@ double SafeDouble(std::string_view text);
 /// when there is none. "&h" reads hexadecimal.
 double LeadingNumber(std::string_view text);
 
+/// `number` as people write it: a point before the decimals, up to 15 digits, no zeros at the end.
+std::string DecimalText(double number);
+
 /// The nearest whole number, halves to the even neighbour.
 double RoundHalfEven(double number);
 

@@ -1,5 +1,6 @@
 #include "ui/modSharedGUI.h"
 
+#include <charconv>
 #include <cstdio>
 #include <string_view>
 
@@ -35,6 +36,15 @@ void LogQuietly(Run& run, const std::string& record) {
   }
 }
 
+/// The hexadecimal byte at `position`, or 0.
+std::int32_t HexByte(std::string_view text, std::size_t position) {
+  if (position + 2 > text.size()) return 0;
+  std::int32_t byte = 0;
+  const char* const end = text.data() + position + 2;
+  const auto read = std::from_chars(text.data() + position, end, byte, 16);
+  return read.ptr == end && byte >= 0 ? byte : 0;
+}
+
 }  // namespace
 
 std::int32_t ShowMessage(Run& run, const std::string& text, std::int32_t flags) {
@@ -61,6 +71,13 @@ std::string ColorToHex(std::int32_t color) {
   std::snprintf(text, sizeof text, "#%02X%02X%02X", static_cast<unsigned>(red), static_cast<unsigned>(green),
                 static_cast<unsigned>(blue));
   return text;
+}
+
+void HexToRGB(std::string_view text, std::int32_t& red, std::int32_t& green, std::int32_t& blue) {
+  if (text.starts_with('#')) text.remove_prefix(1);
+  red = HexByte(text, 0);
+  green = HexByte(text, 2);
+  blue = HexByte(text, 4);
 }
 
 }  // namespace tessary

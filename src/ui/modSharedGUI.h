@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "system/Run.h"
 #include "ui/Form.h"
@@ -19,5 +20,9 @@ void ShowModal(Run& run, Form& form);
 
 /// A packed colour as `#RRGGBB`, upper case.
 std::string ColorToHex(std::int32_t color);
+
+/// The channels of a colour text, with or without "#"; a pair that is missing or no hexadecimal byte reads as
+/// 0.
+void HexToRGB(std::string_view text, std::int32_t& red, std::int32_t& green, std::int32_t& blue);
 
 }  // namespace tessary
