@@ -28,6 +28,9 @@ class Shell {
   virtual std::optional<std::string> SpecialFolder(std::int32_t id) = 0;
   /// All installed fonts, in no fixed order.
   virtual std::vector<FontEntry> InstalledFonts() = 0;
+  /// The file, as a full path, that the font file name `name` (no folder) means: a file of that name, or the
+  /// nearest substitute where the machine chooses one. It need not exist.
+  virtual std::string FontFile(const std::string& name) = 0;
   /// Opens a file, a folder or an address ("https://…") with its default program and does not wait for it,
   /// though up to two seconds for the news that it could not be started. Above 32 on success, otherwise the
   /// platform's code (System::ErrorText): 2 not found, 31 no program to open it with.

@@ -88,6 +88,9 @@ class SimulatedShell : public Shell {
 
   std::optional<std::string> SpecialFolder(std::int32_t id) override;
   std::vector<FontEntry> InstalledFonts() override { return fonts; }
+  std::string FontFile(const std::string& name) override {
+    return specialFolders[folders::kFonts] + '\\' + name;
+  }
   std::int32_t Open(const std::string& target) override;
 
  private:

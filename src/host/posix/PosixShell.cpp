@@ -15,6 +15,7 @@ namespace tessary {
 
 namespace {
 
+constexpr const char* kFontsFolder = "/usr/share/fonts";
 constexpr std::int32_t kOpened = 33;
 constexpr std::int32_t kNotFound = 2;
 constexpr std::int32_t kNoProgram = 31;
@@ -59,13 +60,23 @@ std::optional<std::string> PosixShell::SpecialFolder(std::int32_t id) {
     case folders::kPersonal:
       return UserFolder("XDG_DOCUMENTS_DIR", "Documents");
     case folders::kFonts:
-      return "/usr/share/fonts";
+      return kFontsFolder;
     default:
       return std::nullopt;
   }
 }
 
 std::vector<FontEntry> PosixShell::InstalledFonts() { return ListTrueTypeFonts(); }
+
+std::string PosixShell::FontFile(const std::string& name) {
+  if (fontFile_.empty() || name != fontName_) {
+    fontName_ = name;
+    fontFile_ = FindFontFile(name);
+    // Where there is no font at all Ghostscript puts one of its own in the place of a missing file.
+    if (fontFile_.empty()) fontFile_ = Below(kFontsFolder, name);
+  }
+  return fontFile_;
+}
 
 std::int32_t PosixShell::Open(const std::string& target) {
   std::error_code error;
