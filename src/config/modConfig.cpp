@@ -234,6 +234,8 @@ Settings GetDefaultConfig() {
   return defaults;
 }
 
+std::string GetDefaultSetting(const std::string& key) { return GetDefaultConfig()->Text(key); }
+
 bool GetJobConfig(Run& run, Settings& config, std::string& settingsFile) {
   config = LoadConfig(run, false, settingsFile);
   run.job.SuppressErrors = IsYes(*config, "suppresserrors");
@@ -261,7 +263,7 @@ bool IsConfirmOverwrite(Dictionary& config) {
 
 std::string GetWatermarkLayer(Dictionary& config) {
   std::string layer = ToLower(config.Text("watermarklayer"));
-  if (layer.empty()) layer = GetDefaultConfig()->Text("watermarklayer");
+  if (layer.empty()) layer = ToLower(GetDefaultSetting("watermarklayer"));
   return layer == "bottom" ? layer : "top";
 }
 

@@ -37,6 +37,9 @@ std::string GetConfigContent(const Settings& settings);
 Settings GetConfigKeyList();
 Settings GetDefaultConfig();
 
+/// The default of `key`, empty where it has none.
+std::string GetDefaultSetting(const std::string& key);
+
 /// Loads the job's settings and settles them. False when the user cancelled.
 bool GetJobConfig(Run& run, Settings& config, std::string& settingsFile);
 

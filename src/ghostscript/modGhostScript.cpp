@@ -4,6 +4,7 @@
 #include "ghostscript/Dialect.h"
 #include "ghostscript/ParameterLines.h"
 #include "ghostscript/modEncryption.h"
+#include "postscript/modWatermark.h"
 #include "system/Conversions.h"
 #include "system/Error.h"
 #include "system/FileHelpers.h"
@@ -53,6 +54,16 @@ bool EncryptsNow(Dictionary& settings, bool isFinalPass) {
   return IsEncrypted(settings) && !willBeMerged;
 }
 
+/// The folders whose fonts Ghostscript may read: the system's, and the one of the stamp's font.
+std::string FontPath(Run& run, Dictionary& settings) {
+  const PathStyle& style = run.host.paths;
+  const std::string fonts = GetSpecialFolder(run, folders::kFonts).value_or("");
+  if (!IsStampEnabled(settings)) return fonts;
+  const std::string folder = ParentFolder(style, GetWatermarkFontFile(run, settings));
+  if (folder.starts_with(fonts + style.separator)) return fonts;
+  return fonts + (style.hasDrives ? ';' : ':') + StripTrailingBackslashes(style, folder);
+}
+
 }  // namespace
 
 std::int32_t GetGhostscriptTimeout(Dictionary& settings) {
@@ -93,9 +104,8 @@ bool WritePdfParameterFile(Run& run, const std::string& parameterFile, const std
   std::string text = ParameterLines(tokens);
   if (EncryptsNow(settings, isFinalPass)) text += GetEncryptionParameters(settings);
   tokens.clear();
-  const std::string fonts = GetSpecialFolder(run, folders::kFonts).value_or("");
   for (const std::string& token :
-       {std::string("-sDEVICE#pdfwrite"), QuotedSwitch("FONTPATH", fonts),
+       {std::string("-sDEVICE#pdfwrite"), QuotedSwitch("FONTPATH", FontPath(run, settings)),
         QuotedSwitch("OutputFile", outputFile), std::string("-dCompatibilityLevel#1.6"), std::string("-c"),
         std::string(".setpdfwrite"), std::string("-f")})
     tokens.push_back(token);

@@ -47,6 +47,9 @@ TEST_F(GhostscriptTest, ParameterFile) {
                          "C:\\jobs\\\xC3\xBC"
                          R"( b.ps)"});
   ExpectGolden("params.gs", machine.files.Text(kParameters));
+  settings.Set("watermarktext", "DRAFT");
+  WritePdfParameterFile(run, kParameters, "o", settings, kOutput, {});
+  EXPECT_NE(machine.files.Text(kParameters).find("-sFONTPATH#\"C:\\WINDOWS\\Fonts\"\r\n"), std::string::npos);
   settings.Set("target", "");
   WritePdfParameterFile(run, kParameters, "o", settings, false, kOutput, {});
   EXPECT_EQ(machine.files.Text(kParameters).find("PDFSETTINGS"), std::string::npos);
