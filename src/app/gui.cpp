@@ -1,9 +1,11 @@
 #include "config/ScriptMacros.h"
+#include "desktop/Screen.h"
 #include "host/posix/PosixMachine.h"
 #include "job/modMain.h"
 
 int main(int argc, char** argv) {
-  tessary::PosixMachine machine(argc, argv);
+  tessary::Screen screen;
+  tessary::PosixMachine machine(argc, argv, &screen.desktop);
   tessary::Run run(machine.host());
   run.macros.makeEngine = tessary::MakeScriptMacros(machine.host());
   return tessary::Main(run);

@@ -54,23 +54,28 @@ struct PosixMachine::Parts {
   PosixGhostscripts ghostscripts;
   PosixMachineSettings machineSettings;
   PosixShell shell;
-  PosixDesktop desktop;
+  PosixDesktop terminal;
   PosixClock clock;
   PosixSystem system;
   PosixComponents components;
   Host host;
 
-  explicit Parts(std::string commandLine)
-      : host{files,         processes,       ghostscripts, machineSettings,       shell,          desktop,
-             clock,         system,          components,   PathStyle::Posix(),    CodePage::Utf8, true,
-             ProgramFile(), WorkingFolder(), "/dev/stdin", std::move(commandLine)} {}
+  Parts(std::string commandLine, Desktop* screen)
+      : host{files,          processes,
+             ghostscripts,   machineSettings,
+             shell,          screen != nullptr ? *screen : terminal,
+             clock,          system,
+             components,     PathStyle::Posix(),
+             CodePage::Utf8, true,
+             ProgramFile(),  WorkingFolder(),
+             "/dev/stdin",   std::move(commandLine)} {}
 };
 
-PosixMachine::PosixMachine(int argc, const char* const* argv) {
+PosixMachine::PosixMachine(int argc, const char* const* argv, Desktop* screen) {
   SettleProcess();
   std::vector<std::string> arguments;
   if (argc > 1) arguments.assign(argv + 1, argv + argc);
-  parts_ = std::make_unique<Parts>(JoinParameters(arguments));
+  parts_ = std::make_unique<Parts>(JoinParameters(arguments), screen);
 }
 
 PosixMachine::~PosixMachine() = default;

@@ -11,8 +11,9 @@ namespace tessary {
 class PosixMachine {
  public:
   /// Takes the arguments of main(): the raw command line is put together from them so that every value reads
-  /// back, but for blanks at its ends.
-  PosixMachine(int argc, const char* const* argv);
+  /// back, but for blanks at its ends. `screen` shows what is to be seen, and outlives this object; without one
+  /// it goes to the terminal.
+  PosixMachine(int argc, const char* const* argv, Desktop* screen = nullptr);
   ~PosixMachine();
   PosixMachine(const PosixMachine&) = delete;
   PosixMachine& operator=(const PosixMachine&) = delete;

@@ -1,0 +1,40 @@
+#include "desktop/qt/Program.h"
+
+#include <QApplication>
+#include <fcntl.h>
+#include <unistd.h>
+
+#include "desktop/qt/MessageBoxes.h"
+#include "desktop/qt/Server.h"
+
+namespace tessary {
+
+namespace {
+
+/// What a toolkit has to say is of no use to somebody who prints; without a display it would end with a core
+/// dump.
+void HandleToolkitMessage(QtMsgType type, const QMessageLogContext&, const QString&) {
+  if (type == QtFatalMsg) _exit(1);
+}
+
+/// Takes the line off the standard output, so that nothing printed by a library gets into it.
+UniqueFd TakeLine() {
+  UniqueFd line(fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
+  dup2(STDERR_FILENO, STDOUT_FILENO);
+  return line;
+}
+
+}  // namespace
+
+int RunDesktopProgram(int argc, char** argv) {
+  qInstallMessageHandler(HandleToolkitMessage);
+  UniqueFd line = TakeLine();
+  if (!line) return 1;
+  const QApplication application(argc, argv);
+  QApplication::setQuitOnLastWindowClosed(false);
+  Server server(std::move(line));
+  MessageBoxes boxes(server);
+  return QApplication::exec();
+}
+
+}  // namespace tessary

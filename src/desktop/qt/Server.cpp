@@ -1,0 +1,28 @@
+#include "desktop/qt/Server.h"
+
+#include <unistd.h>
+
+namespace tessary {
+
+Server::Server(UniqueFd line) : channel_(std::move(line)), notifier_(channel_.Fd(), QSocketNotifier::Read) {
+  QObject::connect(&notifier_, &QSocketNotifier::activated, [this] {
+    while (channel_.HasMessage()) HandleNext();
+  });
+}
+
+void Server::Say(MessageKind kind, const std::string& content) {
+  hasTurn_ = false;
+  channel_.Send(kind, content);
+  while (!hasTurn_ && forms > 0) HandleNext();
+}
+
+void Server::HandleNext() {
+  const Message message = channel_.Receive();
+  // Nobody is left to answer to, and an orderly end could wait for a dialog in a loop of its own.
+  if (message.kind == MessageKind::None) _exit(0);
+  hasTurn_ = hasTurn_ || message.kind <= MessageKind::Resume;
+  const auto found = handlers_.find(message.kind);
+  if (found != handlers_.end()) found->second(message.content);
+}
+
+}  // namespace tessary
