@@ -4,7 +4,9 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include "desktop/qt/FormWindow.h"
 #include "desktop/qt/MessageBoxes.h"
+#include "desktop/qt/Pickers.h"
 #include "desktop/qt/Server.h"
 
 namespace tessary {
@@ -33,7 +35,9 @@ int RunDesktopProgram(int argc, char** argv) {
   const QApplication application(argc, argv);
   QApplication::setQuitOnLastWindowClosed(false);
   Server server(std::move(line));
-  MessageBoxes boxes(server);
+  const MessageBoxes boxes(server);
+  const FormWindows forms(server);
+  const Pickers pickers(server);
   return QApplication::exec();
 }
 

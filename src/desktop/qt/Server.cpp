@@ -11,16 +11,16 @@ Server::Server(UniqueFd line) : channel_(std::move(line)), notifier_(channel_.Fd
 }
 
 void Server::Say(MessageKind kind, const std::string& content) {
-  hasTurn_ = false;
+  turn_ = MessageKind::None;
   channel_.Send(kind, content);
-  while (!hasTurn_ && forms > 0) HandleNext();
+  while (turn_ == MessageKind::None && forms > 0) HandleNext();
 }
 
 void Server::HandleNext() {
   const Message message = channel_.Receive();
   // Nobody is left to answer to, and an orderly end could wait for a dialog in a loop of its own.
   if (message.kind == MessageKind::None) _exit(0);
-  hasTurn_ = hasTurn_ || message.kind <= MessageKind::Resume;
+  if (message.kind <= MessageKind::Resume) turn_ = message.kind;
   const auto found = handlers_.find(message.kind);
   if (found != handlers_.end()) found->second(message.content);
 }

@@ -26,6 +26,9 @@ class Server {
   /// and no user's event comes in between; what gui says meanwhile has been handled then.
   void Say(MessageKind kind, const std::string& content);
 
+  /// True if it is the helper's turn since a message of that kind.
+  [[nodiscard]] bool Awaits(MessageKind kind) const { return turn_ == kind; }
+
   int forms = 0;  ///< on the screen
 
  private:
@@ -34,7 +37,7 @@ class Server {
   Channel channel_;
   QSocketNotifier notifier_;
   std::map<MessageKind, std::function<void(const std::string&)>> handlers_;
-  bool hasTurn_ = false;
+  MessageKind turn_ = MessageKind::None;  // what gave it; None: it is gui's
 };
 
 }  // namespace tessary

@@ -1,0 +1,106 @@
+// Fields: text and drop-down lists.
+#include <QComboBox>
+#include <QLineEdit>
+#include <QListView>
+#include <QStringListModel>
+#include <QWheelEvent>
+
+#include "desktop/qt/ControlView.h"
+#include "desktop/qt/Lists.h"
+#include "desktop/qt/Text.h"
+
+namespace tessary {
+
+namespace {
+
+constexpr int kLargestText = 1 << 20;
+constexpr int kShortField = 10;  ///< characters; a field for so few is no wider than they are
+constexpr int kNarrowestList = 14;
+
+void SetText(QLineEdit* field, const QString& text) {
+  if (field->text() != text) field->setText(text);
+}
+
+class TextView : public ControlView {
+ public:
+  TextView(QLineEdit* field, Report report) : ControlView(field, std::move(report)), field_(field) {
+    QObject::connect(field, &QLineEdit::textEdited, field,
+                     [this](const QString& text) { Tell(UserEvent::What::Typed, text); });
+  }
+
+  void Select(const Control& control) override { field_->setSelection(control.selStart, control.selLength); }
+
+ protected:
+  void Fill(const Control& control) override {
+    field_->setMaxLength(control.maxLength > 0 ? control.maxLength : kLargestText);
+    if (control.maxLength > 0 && control.maxLength <= kShortField)
+      field_->setMaximumWidth(field_->fontMetrics().horizontalAdvance(QLatin1Char('0')) *
+                              (control.maxLength + 6));
+    const bool isNew = field_->text() != ToQt(control.text);
+    SetText(field_, ToQt(control.text));
+    if (isNew && !field_->hasFocus()) field_->setCursorPosition(0);  // the beginning says more than the end
+  }
+
+ private:
+  QLineEdit* field_;
+};
+
+/// A list that the wheel does not change in passing, when its page is scrolled.
+class CalmComboBox : public QComboBox {
+ public:
+  using QComboBox::QComboBox;
+
+ protected:
+  void wheelEvent(QWheelEvent* event) override { event->ignore(); }
+};
+
+class ComboView : public ControlView {
+ public:
+  ComboView(QComboBox* combo, Report report)
+      : ControlView(combo, std::move(report)), combo_(combo), entries_(new QStringListModel(combo)) {
+    combo->setModel(entries_);
+    QObject::connect(combo, &QComboBox::activated, combo,
+                     [this](int index) { Tell(UserEvent::What::Chosen, {}, index); });
+    if (combo->isEditable())
+      QObject::connect(combo->lineEdit(), &QLineEdit::textEdited, combo,
+                       [this](const QString& text) { Tell(UserEvent::What::Typed, text); });
+  }
+
+ protected:
+  void Fill(const Control& control) override {
+    SetEntries(*entries_, control.list);
+    combo_->setCurrentIndex(control.listIndex);
+    if (!combo_->isEditable()) return;
+    if (control.maxLength > 0) combo_->lineEdit()->setMaxLength(control.maxLength);
+    SetText(combo_->lineEdit(), ToQt(control.text));
+  }
+
+ private:
+  QComboBox* combo_;
+  QStringListModel* entries_;
+};
+
+QComboBox* MakeCombo(bool takesText, QWidget* parent) {
+  auto* combo = new CalmComboBox(parent);
+  combo->setEditable(takesText);
+  combo->setInsertPolicy(QComboBox::NoInsert);
+  combo->setCompleter(nullptr);  // what is typed stays what was typed
+  combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  combo->setMinimumContentsLength(kNarrowestList);
+  auto* view = new QListView(combo);
+  view->setUniformItemSizes(true);
+  view->setTextElideMode(Qt::ElideRight);
+  combo->setView(view);
+  return combo;
+}
+
+}  // namespace
+
+std::unique_ptr<ControlView> MakeFieldView(const Control& control, QWidget* parent, Report report) {
+  if (control.kind == ControlKind::TextField)
+    return std::make_unique<TextView>(new QLineEdit(parent), std::move(report));
+  return std::make_unique<ComboView>(MakeCombo(control.kind == ControlKind::EntryList, parent),
+                                     std::move(report));
+}
+
+}  // namespace tessary

@@ -1,0 +1,72 @@
+#include "desktop/qt/Grid.h"
+
+#include <QGridLayout>
+#include <algorithm>
+#include <set>
+
+namespace tessary {
+
+namespace {
+
+bool IsTall(const Control& control) {
+  return control.kind == ControlKind::ListBox || control.kind == ControlKind::ListView ||
+         control.kind == ControlKind::TabStrip;
+}
+
+Qt::Alignment AlignmentOf(const Placed& child) {
+  const QSizePolicy::Policy policy = child.view->Widget()->sizePolicy().horizontalPolicy();
+  switch (child.control->kind) {
+    case ControlKind::Button:
+    case ControlKind::Shape:
+      return Qt::AlignLeft | Qt::AlignVCenter;
+    case ControlKind::Picture:
+      return child.view->PlacesByBox() ? Qt::AlignLeft | Qt::AlignTop : Qt::Alignment();
+    case ControlKind::TextField:
+      return policy == QSizePolicy::Maximum ? Qt::AlignLeft : Qt::Alignment();
+    default:
+      return {};
+  }
+}
+
+/// The columns that take the width that is left.
+std::set<int> StretchingColumns(const std::vector<Placed>& children) {
+  std::set<int> firm, stretching;
+  for (const Placed& child : children)
+    if (child.control->place.columns == 1)
+      (child.stretches ? stretching : firm).insert(child.control->place.column);
+  for (const Placed& child : children) {
+    const Place& place = child.control->place;
+    if (!child.stretches || place.columns == 1) continue;
+    const auto inSpan = [&place](int column) {
+      return column >= place.column && column < place.column + place.columns;
+    };
+    if (std::any_of(stretching.begin(), stretching.end(), inSpan)) continue;
+    int column = place.column;
+    while (firm.count(column) != 0 && inSpan(column + 1)) ++column;
+    stretching.insert(firm.count(column) == 0 ? column : place.column);
+  }
+  return stretching;
+}
+
+}  // namespace
+
+void LayOut(QWidget* container, const std::vector<Placed>& children, Margins margins) {
+  auto* grid = new QGridLayout(container);
+  if (margins == Margins::None) grid->setContentsMargins({});
+  bool isTall = false;
+  for (const Placed& child : children) {
+    const Place& place = child.control->place;
+    grid->addWidget(child.view->Widget(), place.row, place.column, 1, std::max<int>(place.columns, 1),
+                    AlignmentOf(child));
+    if (!IsTall(*child.control)) continue;
+    grid->setRowStretch(place.row, 1);
+    isTall = true;
+  }
+  const std::set<int> columns = StretchingColumns(children);
+  for (const int column : columns) grid->setColumnStretch(column, 1);
+  // What is left over stays behind the last cell.
+  if (columns.empty()) grid->setColumnStretch(grid->columnCount(), 1);
+  if (!isTall) grid->setRowStretch(grid->rowCount(), 1);
+}
+
+}  // namespace tessary
