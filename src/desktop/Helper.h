@@ -13,6 +13,8 @@ class Helper {
  public:
   /// `program` is its full path.
   explicit Helper(std::string program) : program_(std::move(program)) {}
+  /// One that runs already, at the other end of `channel`.
+  explicit Helper(Channel channel) : tried_(true), channel_(std::move(channel)) {}
 
   /// True if the helper runs. It is started if it has not been yet, the program is there and so is a display.
   bool Start();

@@ -22,18 +22,15 @@ class CuttingButton : public Button {
   using Button::Button;
 
   [[nodiscard]] QSize sizeHint() const override {
-    return Button::sizeHint().boundedTo({Widest(), QWIDGETSIZE_MAX});
+    const int besides = 2 * this->fontMetrics().height();  // the box before the caption, the edges around it
+    return Button::sizeHint().boundedTo({Widest() + besides, QWIDGETSIZE_MAX});
   }
   [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 
  protected:
   void initStyleOption(QStyleOptionButton* option) const override {
     Button::initStyleOption(option);
-    const int whole = Button::sizeHint().width();
-    if (whole <= Widest()) return;
-    const int besides = whole - option->fontMetrics.horizontalAdvance(this->text());
-    option->text = option->fontMetrics.elidedText(option->text, Qt::ElideRight, this->width() - besides,
-                                                  Qt::TextShowMnemonic);
+    option->text = option->fontMetrics.elidedText(option->text, Qt::ElideRight, Widest(), Qt::TextShowMnemonic);
   }
 
  private:

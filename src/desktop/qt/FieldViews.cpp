@@ -14,11 +14,20 @@ namespace tessary {
 namespace {
 
 constexpr int kLargestText = 1 << 20;
-constexpr int kShortField = 10;  ///< characters; a field for so few is no wider than they are
-constexpr int kNarrowestList = 14;
+constexpr int kShortField = 10;     ///< characters; a field for so few is no wider than they are
+constexpr int kNarrowestList = 14;  ///< letters
+constexpr int kWidestList = 42;
 
-void SetText(QLineEdit* field, const QString& text) {
-  if (field->text() != text) field->setText(text);
+void SetText(QLineEdit& field, const QString& text) {
+  if (field.text() == text) return;
+  field.setText(text);
+  if (!field.hasFocus()) field.setCursorPosition(0);  // the beginning says more than the end
+}
+
+qsizetype LongestOf(const QStringList& entries) {
+  qsizetype longest = 0;
+  for (const QString& entry : entries) longest = std::max(longest, entry.size());
+  return longest;
 }
 
 class TextView : public ControlView {
@@ -36,27 +45,41 @@ class TextView : public ControlView {
     if (control.maxLength > 0 && control.maxLength <= kShortField)
       field_->setMaximumWidth(field_->fontMetrics().horizontalAdvance(QLatin1Char('0')) *
                               (control.maxLength + 6));
-    const bool isNew = field_->text() != ToQt(control.text);
-    SetText(field_, ToQt(control.text));
-    if (isNew && !field_->hasFocus()) field_->setCursorPosition(0);  // the beginning says more than the end
+    SetText(*field_, ToQt(control.text));
   }
 
  private:
   QLineEdit* field_;
 };
 
-/// A list that the wheel does not change in passing, when its page is scrolled.
+/// A list that is as wide as its entries within limits, and that the wheel does not change in passing, when its
+/// page is scrolled.
 class CalmComboBox : public QComboBox {
  public:
   using QComboBox::QComboBox;
 
+  [[nodiscard]] QSize sizeHint() const override { return HintFor(letters_); }
+  [[nodiscard]] QSize minimumSizeHint() const override { return HintFor(kNarrowestList); }
+  void SetLetters(qsizetype longest) {
+    const int letters = static_cast<int>(std::clamp<qsizetype>(longest, kNarrowestList, kWidestList));
+    if (std::exchange(letters_, letters) != letters) updateGeometry();
+  }
+
  protected:
   void wheelEvent(QWheelEvent* event) override { event->ignore(); }
+
+ private:
+  [[nodiscard]] QSize HintFor(int letters) const {
+    const QSize hint = QComboBox::minimumSizeHint();  // for no letter at all
+    return {hint.width() + letters * fontMetrics().averageCharWidth(), hint.height()};
+  }
+
+  int letters_ = kNarrowestList;
 };
 
 class ComboView : public ControlView {
  public:
-  ComboView(QComboBox* combo, Report report)
+  ComboView(CalmComboBox* combo, Report report)
       : ControlView(combo, std::move(report)), combo_(combo), entries_(new QStringListModel(combo)) {
     combo->setModel(entries_);
     QObject::connect(combo, &QComboBox::activated, combo,
@@ -68,25 +91,25 @@ class ComboView : public ControlView {
 
  protected:
   void Fill(const Control& control) override {
-    SetEntries(*entries_, control.list);
+    if (SetEntries(*entries_, control.list)) combo_->SetLetters(LongestOf(entries_->stringList()));
     combo_->setCurrentIndex(control.listIndex);
     if (!combo_->isEditable()) return;
     if (control.maxLength > 0) combo_->lineEdit()->setMaxLength(control.maxLength);
-    SetText(combo_->lineEdit(), ToQt(control.text));
+    SetText(*combo_->lineEdit(), ToQt(control.text));
   }
 
  private:
-  QComboBox* combo_;
+  CalmComboBox* combo_;
   QStringListModel* entries_;
 };
 
-QComboBox* MakeCombo(bool takesText, QWidget* parent) {
+CalmComboBox* MakeCombo(bool takesText, QWidget* parent) {
   auto* combo = new CalmComboBox(parent);
   combo->setEditable(takesText);
   combo->setInsertPolicy(QComboBox::NoInsert);
   combo->setCompleter(nullptr);  // what is typed stays what was typed
   combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-  combo->setMinimumContentsLength(kNarrowestList);
+  combo->setMinimumContentsLength(0);
   auto* view = new QListView(combo);
   view->setUniformItemSizes(true);
   view->setTextElideMode(Qt::ElideRight);

@@ -109,6 +109,7 @@ void FormWindow::Build() {
       Tell(std::move(event));
     }));
     numbers_[views_.back()->KeyWidget()] = number;
+    views_.back()->Widget()->setObjectName(ToQt(state.control.name));
   }
   LayOut(page_->Content(), ChildrenOf(-1), Margins::OfStyle);
   for (std::size_t i = 0; i < controls_.size(); ++i) LayOutChildren(i);

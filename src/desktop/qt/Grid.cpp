@@ -14,15 +14,17 @@ bool IsTall(const Control& control) {
 }
 
 Qt::Alignment AlignmentOf(const Placed& child) {
-  const QSizePolicy::Policy policy = child.view->Widget()->sizePolicy().horizontalPolicy();
   switch (child.control->kind) {
     case ControlKind::Button:
     case ControlKind::Shape:
       return Qt::AlignLeft | Qt::AlignVCenter;
     case ControlKind::Picture:
       return child.view->PlacesByBox() ? Qt::AlignLeft | Qt::AlignTop : Qt::Alignment();
+    case ControlKind::DropDown:
+    case ControlKind::EntryList:
+      return Qt::AlignLeft;
     case ControlKind::TextField:
-      return policy == QSizePolicy::Maximum ? Qt::AlignLeft : Qt::Alignment();
+      return child.view->Widget()->maximumWidth() < QWIDGETSIZE_MAX ? Qt::AlignLeft : Qt::Alignment();
     default:
       return {};
   }

@@ -7,11 +7,13 @@
 
 namespace tessary {
 
-void SetEntries(QStringListModel& model, const std::vector<std::string>& entries) {
+bool SetEntries(QStringListModel& model, const std::vector<std::string>& entries) {
   QStringList list;
   list.reserve(static_cast<qsizetype>(entries.size()));
   for (const std::string& entry : entries) list.append(ToQt(entry));
-  if (model.stringList() != list) model.setStringList(list);
+  if (model.stringList() == list) return false;
+  model.setStringList(list);
+  return true;
 }
 
 namespace {

@@ -7,7 +7,7 @@
 
 namespace tessary {
 
-/// Changes nothing where the entries are the same; a list keeps its place then.
-void SetEntries(QStringListModel& model, const std::vector<std::string>& entries);
+/// False, and nothing is changed, where the entries are the same; a list keeps its place then.
+bool SetEntries(QStringListModel& model, const std::vector<std::string>& entries);
 
 }  // namespace tessary

@@ -1,9 +1,9 @@
 #include "desktop/qt/MessageBoxes.h"
 
 #include <QApplication>
+#include <QBoxLayout>
 #include <QDialog>
 #include <QDialogButtonBox>
-#include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
@@ -12,6 +12,7 @@
 #include <QStyle>
 #include <QTextEdit>
 
+#include "desktop/qt/BoxIcons.h"
 #include "desktop/qt/Text.h"
 
 namespace tessary {
@@ -46,19 +47,6 @@ std::vector<Answer> AnswersOf(std::int32_t buttons) {
       return {kRetry, kCancel};
     default:
       return {kOk};
-  }
-}
-
-QStyle::StandardPixmap IconOf(std::int32_t icon) {
-  switch (icon) {
-    case box::kCritical:
-      return QStyle::SP_MessageBoxCritical;
-    case box::kQuestion:
-      return QStyle::SP_MessageBoxQuestion;
-    case box::kExclamation:
-      return QStyle::SP_MessageBoxWarning;
-    default:
-      return QStyle::SP_MessageBoxInformation;
   }
 }
 
@@ -101,16 +89,18 @@ class BoxWindow : public QDialog {
         text_(new BoxText(Lines(request.text))) {
     setWindowTitle(ToQt(request.caption));
     setWindowModality(Qt::ApplicationModal);
-    auto* grid = new QGridLayout(this);
     const int space = style()->pixelMetric(QStyle::PM_LayoutLeftMargin) + fontMetrics().height() / 3;
-    grid->setContentsMargins(space, space, space, space);
-    grid->setHorizontalSpacing(space);
-    grid->setVerticalSpacing(space);
-    if ((request.flags & kIconMask) != 0) grid->addWidget(MakeIcon(request.flags), 0, 0, Qt::AlignTop);
-    const int iconHeight = style()->pixelMetric(QStyle::PM_MessageBoxIconSize);
-    grid->addWidget(text_, 0, 1, text_->height() < iconHeight ? Qt::AlignVCenter : Qt::AlignTop);
-    grid->setColumnStretch(1, 1);
-    grid->addWidget(MakeButtons(request.flags), 1, 0, 1, 2);
+    auto* message = new QHBoxLayout;
+    message->setSpacing(space);
+    if ((request.flags & kIconMask) != 0) message->addWidget(MakeIcon(request.flags), 0, Qt::AlignTop);
+    const bool isLow = text_->height() < style()->pixelMetric(QStyle::PM_MessageBoxIconSize);
+    message->addWidget(text_, 0, isLow ? Qt::AlignVCenter : Qt::AlignTop);
+    message->addStretch(1);
+    auto* rows = new QVBoxLayout(this);
+    rows->setContentsMargins(space, space, space, space);
+    rows->setSpacing(space);
+    rows->addLayout(message);
+    rows->addWidget(MakeButtons(request.flags));
     layout()->setSizeConstraint(QLayout::SetFixedSize);
   }
 
@@ -131,8 +121,7 @@ class BoxWindow : public QDialog {
   QLabel* MakeIcon(std::int32_t flags) {
     const int size = style()->pixelMetric(QStyle::PM_MessageBoxIconSize);
     auto* icon = new QLabel(this);
-    icon->setPixmap(
-        style()->standardIcon(IconOf(flags & kIconMask)).pixmap(QSize(size, size), devicePixelRatio()));
+    icon->setPixmap(BoxIcon(flags & kIconMask, size, devicePixelRatio()));
     return icon;
   }
 

@@ -11,31 +11,59 @@ namespace tessary {
 namespace {
 
 constexpr int kLongLabel = 40;   ///< letters; a longer one wraps
+constexpr int kAway = 10;        ///< pixels
 constexpr int kShadow = 3;       ///< pixels right of and below a sheet
 constexpr int kSmallShape = 22;  ///< pixels; a shape that has no size of its own
 
 QColor ToColor(std::int32_t color) { return {color & 255, color >> 8 & 255, color >> 16 & 255}; }
 
+/// As wide as its text up to a limit, and then of several lines.
+class WrappingLabel : public QLabel {
+ public:
+  using QLabel::QLabel;
+
+  [[nodiscard]] QSize sizeHint() const override {
+    if (!wordWrap()) return QLabel::sizeHint();
+    const int letters = buddy() != nullptr ? kWidestBesideField : kWidest;
+    const QMargins edges = contentsMargins();
+    const int natural = fontMetrics().size(0, text()).width() + edges.left() + edges.right() + 1;
+    const int width = std::min(natural, letters * fontMetrics().averageCharWidth());
+    return {width, heightForWidth(width)};
+  }
+  [[nodiscard]] QSize minimumSizeHint() const override {
+    if (!wordWrap()) return QLabel::minimumSizeHint();
+    const QSize hint = sizeHint();
+    return {std::min(hint.width(), kNarrowest * fontMetrics().averageCharWidth()), hint.height()};
+  }
+
+ private:
+  static constexpr int kNarrowest = 20;  // letters
+  static constexpr int kWidestBesideField = 30;
+  static constexpr int kWidest = 75;
+};
+
 class LabelView : public ControlView {
  public:
-  explicit LabelView(QLabel* label) : ControlView(label, {}), label_(label) {
+  explicit LabelView(WrappingLabel* label) : ControlView(label, {}), label_(label) {
     label->setTextFormat(Qt::PlainText);
   }
 
  protected:
   void Fill(const Control& control) override {
-    const QString caption = Lines(control.caption);
+    const QString caption = Breakable(Lines(control.caption));
     const bool wraps = control.multiLine || caption.size() > kLongLabel;
+    const bool isFirst = control.place.row == 0;
+    // A paragraph keeps away from what is above it, and a label from the field of another one.
+    label_->setContentsMargins(control.place.column > 0 ? kAway : 0, control.multiLine && !isFirst ? kAway : 0,
+                               0, 0);
     label_->setWordWrap(wraps);
-    const int letter = label_->fontMetrics().averageCharWidth();
-    label_->setMinimumWidth(wraps ? kLongLabel / 2 * letter : 0);
-    label_->setAlignment(Qt::AlignLeft | (wraps ? Qt::AlignTop : Qt::AlignVCenter));
+    label_->setAlignment(Qt::AlignLeft | (control.multiLine ? Qt::AlignTop : Qt::AlignVCenter));
     // Without a control that it leads to, a label shows every "&".
     label_->setText(label_->buddy() != nullptr ? caption : WithoutMnemonic(caption));
   }
 
  private:
-  QLabel* label_;
+  WrappingLabel* label_;
 };
 
 /// A filled rectangle with a thin outline, so that it is seen on any ground.
@@ -71,12 +99,13 @@ class ShapeView : public ControlView {
   ShapeWidget* shape_;
 };
 
-/// A sheet of paper, white on any ground, with its shadow.
+/// A sheet of paper, white on any ground, with its shadow. A small one is a mere frame.
 class SheetWidget : public QWidget {
  public:
-  SheetWidget(const Box& size, QWidget* parent) : QWidget(parent), paper(new QWidget(this)) {
+  SheetWidget(const Box& size, QWidget* parent)
+      : QWidget(parent), paper(new QWidget(this)), shadow_(size.width > kSmallSheet ? kShadow : 0) {
     paper->setGeometry(1, 1, size.width, size.height);
-    setFixedSize(size.width + 2 + kShadow, size.height + 2 + kShadow);
+    setFixedSize(size.width + 2 + shadow_, size.height + 2 + shadow_);
   }
 
   QWidget* paper;  ///< the sheet without its edges
@@ -85,11 +114,16 @@ class SheetWidget : public QWidget {
   void paintEvent(QPaintEvent*) override {
     QPainter painter(this);
     const QRect sheet = paper->geometry().adjusted(-1, -1, 1, 1);
-    for (int depth = kShadow; depth > 0; --depth)
+    for (int depth = shadow_; depth > 0; --depth)
       painter.fillRect(sheet.translated(depth, depth), QColor(0, 0, 0, 30));
     painter.fillRect(sheet, QColor(150, 150, 150));
     painter.fillRect(paper->geometry(), Qt::white);
   }
+
+ private:
+  static constexpr int kSmallSheet = 40;  // pixels
+
+  int shadow_;
 };
 
 class SheetView : public ControlView {
@@ -109,7 +143,7 @@ class SheetView : public ControlView {
 }  // namespace
 
 std::unique_ptr<ControlView> MakePictureView(const Control& control, QWidget* parent, Report) {
-  if (control.kind == ControlKind::Label) return std::make_unique<LabelView>(new QLabel(parent));
+  if (control.kind == ControlKind::Label) return std::make_unique<LabelView>(new WrappingLabel(parent));
   if (control.kind == ControlKind::Shape) return std::make_unique<ShapeView>(new ShapeWidget(parent));
   return std::make_unique<SheetView>(new SheetWidget(control.box, parent));
 }

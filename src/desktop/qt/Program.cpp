@@ -8,6 +8,7 @@
 #include "desktop/qt/MessageBoxes.h"
 #include "desktop/qt/Pickers.h"
 #include "desktop/qt/Server.h"
+#include "desktop/qt/Style.h"
 
 namespace tessary {
 
@@ -34,7 +35,8 @@ int RunDesktopProgram(int argc, char** argv) {
   if (!line) return 1;
   const QApplication application(argc, argv);
   QApplication::setQuitOnLastWindowClosed(false);
-  Server server(std::move(line));
+  QApplication::setStyle(new Style);
+  Server server(Channel(std::move(line)));
   const MessageBoxes boxes(server);
   const FormWindows forms(server);
   const Pickers pickers(server);

@@ -4,7 +4,7 @@
 
 namespace tessary {
 
-Server::Server(UniqueFd line) : channel_(std::move(line)), notifier_(channel_.Fd(), QSocketNotifier::Read) {
+Server::Server(Channel line) : channel_(std::move(line)), notifier_(channel_.Fd(), QSocketNotifier::Read) {
   QObject::connect(&notifier_, &QSocketNotifier::activated, [this] {
     while (channel_.HasMessage()) HandleNext();
   });

@@ -13,7 +13,7 @@ namespace tessary {
 /// Hands every message of gui to its handler. When gui is gone, the process ends.
 class Server {
  public:
-  explicit Server(UniqueFd line);
+  explicit Server(Channel line);
 
   /// `handler` gets the content of the messages of that kind.
   void Handle(MessageKind kind, std::function<void(const std::string& content)> handler) {

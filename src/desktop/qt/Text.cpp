@@ -9,12 +9,6 @@ namespace {
 constexpr qsizetype kToolTipCharacters = 1000;
 constexpr QChar kBreak(0x200B);  // zero width space
 
-/// With places to break a line at in each word that is longer than a line could be.
-QString Breakable(QString text) {
-  static const QRegularExpression longWord(QStringLiteral("(\\S{40})(?=\\S)"));
-  return text.replace(longWord, QStringLiteral("\\1") + kBreak);
-}
-
 }  // namespace
 
 QString ToQt(const std::string& text) { return QString::fromStdString(text); }
@@ -29,6 +23,11 @@ QString Lines(const std::string& text) {
 QString WithoutMnemonic(const QString& caption) {
   static const QRegularExpression mark(QStringLiteral("&(.?)"));
   return QString(caption).replace(mark, QStringLiteral("\\1"));
+}
+
+QString Breakable(QString text) {
+  static const QRegularExpression longWord(QStringLiteral("(\\S{40})(?=\\S)"));
+  return text.replace(longWord, QStringLiteral("\\1") + kBreak);
 }
 
 QString ToolTipOf(const QString& text) {

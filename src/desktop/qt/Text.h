@@ -15,6 +15,9 @@ QString Lines(const std::string& text);
 /// The caption without the "&" before its letter; "&&" is a "&".
 QString WithoutMnemonic(const QString& caption);
 
+/// With places to break a line at in each word that is longer than a line could be.
+QString Breakable(QString text);
+
 /// Text that shows as it is where markup would be read, and wraps even where it has no blanks. One that is
 /// longer than people read is cut.
 QString ToolTipOf(const QString& text);
