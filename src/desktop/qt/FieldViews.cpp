@@ -24,10 +24,10 @@ void SetText(QLineEdit& field, const QString& text) {
   if (!field.hasFocus()) field.setCursorPosition(0);  // the beginning says more than the end
 }
 
-qsizetype LongestOf(const QStringList& entries) {
-  qsizetype longest = 0;
-  for (const QString& entry : entries) longest = std::max(longest, entry.size());
-  return longest;
+QString LongestOf(const QStringList& entries) {
+  const auto isShorter = [](const QString& one, const QString& other) { return one.size() < other.size(); };
+  const auto longest = std::max_element(entries.begin(), entries.end(), isShorter);
+  return longest == entries.end() ? QString() : *longest;
 }
 
 class TextView : public ControlView {
@@ -58,23 +58,26 @@ class CalmComboBox : public QComboBox {
  public:
   using QComboBox::QComboBox;
 
-  [[nodiscard]] QSize sizeHint() const override { return HintFor(letters_); }
-  [[nodiscard]] QSize minimumSizeHint() const override { return HintFor(kNarrowestList); }
-  void SetLetters(qsizetype longest) {
-    const int letters = static_cast<int>(std::clamp<qsizetype>(longest, kNarrowestList, kWidestList));
-    if (std::exchange(letters_, letters) != letters) updateGeometry();
+  [[nodiscard]] QSize sizeHint() const override {
+    return HintFor(std::clamp(width_, Letters(kNarrowestList), Letters(kWidestList)));
+  }
+  [[nodiscard]] QSize minimumSizeHint() const override { return HintFor(Letters(kNarrowestList)); }
+  void FitTo(const QString& entry) {
+    const int width = fontMetrics().horizontalAdvance(entry) + Letters(1);
+    if (std::exchange(width_, width) != width) updateGeometry();
   }
 
  protected:
   void wheelEvent(QWheelEvent* event) override { event->ignore(); }
 
  private:
-  [[nodiscard]] QSize HintFor(int letters) const {
+  [[nodiscard]] int Letters(int count) const { return count * fontMetrics().averageCharWidth(); }
+  [[nodiscard]] QSize HintFor(int width) const {
     const QSize hint = QComboBox::minimumSizeHint();  // for no letter at all
-    return {hint.width() + letters * fontMetrics().averageCharWidth(), hint.height()};
+    return {hint.width() + width, hint.height()};
   }
 
-  int letters_ = kNarrowestList;
+  int width_ = 0;  // of the longest entry
 };
 
 class ComboView : public ControlView {
@@ -91,14 +94,25 @@ class ComboView : public ControlView {
 
  protected:
   void Fill(const Control& control) override {
-    if (SetEntries(*entries_, control.list)) combo_->SetLetters(LongestOf(entries_->stringList()));
-    combo_->setCurrentIndex(control.listIndex);
-    if (!combo_->isEditable()) return;
-    if (control.maxLength > 0) combo_->lineEdit()->setMaxLength(control.maxLength);
-    SetText(*combo_->lineEdit(), ToQt(control.text));
+    if (SetEntries(*entries_, control.list)) combo_->FitTo(LongestOf(entries_->stringList()));
+    if (combo_->isEditable())
+      SetEntry(control);
+    else
+      combo_->setCurrentIndex(control.listIndex);
   }
 
  private:
+  void SetEntry(const Control& control) {
+    QLineEdit& field = *combo_->lineEdit();
+    if (control.maxLength > 0) field.setMaxLength(control.maxLength);
+    const QString text = ToQt(control.text);
+    if (combo_->currentIndex() == control.listIndex && field.text() == text) return;
+    const int cursor = combo_->hasFocus() ? field.cursorPosition() : 0;
+    combo_->setCurrentIndex(control.listIndex);  // sets a text, and its cursor
+    field.setText(text);
+    field.setCursorPosition(cursor);
+  }
+
   CalmComboBox* combo_;
   QStringListModel* entries_;
 };
@@ -107,7 +121,7 @@ CalmComboBox* MakeCombo(bool takesText, QWidget* parent) {
   auto* combo = new CalmComboBox(parent);
   combo->setEditable(takesText);
   combo->setInsertPolicy(QComboBox::NoInsert);
-  combo->setCompleter(nullptr);  // what is typed stays what was typed
+  if (takesText) combo->setCompleter(nullptr);  // what is typed stays what was typed
   combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   combo->setMinimumContentsLength(0);
   auto* view = new QListView(combo);

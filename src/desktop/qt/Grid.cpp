@@ -2,6 +2,7 @@
 
 #include <QGridLayout>
 #include <algorithm>
+#include <map>
 #include <set>
 
 namespace tessary {
@@ -30,22 +31,33 @@ Qt::Alignment AlignmentOf(const Placed& child) {
   }
 }
 
-/// The columns that take the width that is left.
-std::set<int> StretchingColumns(const std::vector<Placed>& children) {
-  std::set<int> firm, stretching;
-  for (const Placed& child : children)
-    if (child.control->place.columns == 1)
-      (child.stretches ? stretching : firm).insert(child.control->place.column);
+/// The columns that take the width that is left, each with its share of it: what its widest field would like to
+/// have.
+std::map<int, int> StretchingColumns(const std::vector<Placed>& children) {
+  std::set<int> firm;
+  std::map<int, int> stretching;
+  for (const Placed& child : children) {
+    const Place& place = child.control->place;
+    if (place.columns > 1) continue;
+    if (!child.stretches) {
+      firm.insert(place.column);
+      continue;
+    }
+    int& share = stretching[place.column];
+    share = std::max({share, child.view->Widget()->sizeHint().width(), 1});
+  }
   for (const Placed& child : children) {
     const Place& place = child.control->place;
     if (!child.stretches || place.columns == 1) continue;
     const auto inSpan = [&place](int column) {
       return column >= place.column && column < place.column + place.columns;
     };
-    if (std::any_of(stretching.begin(), stretching.end(), inSpan)) continue;
+    if (std::any_of(stretching.begin(), stretching.end(),
+                    [&](const auto& column) { return inSpan(column.first); }))
+      continue;
     int column = place.column;
     while (firm.count(column) != 0 && inSpan(column + 1)) ++column;
-    stretching.insert(firm.count(column) == 0 ? column : place.column);
+    stretching[firm.count(column) == 0 ? column : place.column] = 1;
   }
   return stretching;
 }
@@ -64,8 +76,8 @@ void LayOut(QWidget* container, const std::vector<Placed>& children, Margins mar
     grid->setRowStretch(place.row, 1);
     isTall = true;
   }
-  const std::set<int> columns = StretchingColumns(children);
-  for (const int column : columns) grid->setColumnStretch(column, 1);
+  const std::map<int, int> columns = StretchingColumns(children);
+  for (const auto& [column, share] : columns) grid->setColumnStretch(column, share);
   // What is left over stays behind the last cell.
   if (columns.empty()) grid->setColumnStretch(grid->columnCount(), 1);
   if (!isTall) grid->setRowStretch(grid->rowCount(), 1);
