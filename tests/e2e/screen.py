@@ -20,6 +20,7 @@ WINDOW_MANAGER = """<?xml version="1.0"?>
 <JWM>
   <Tray x="0" y="-1" height="30" autohide="off"><TaskList maxwidth="250"/><Dock/></Tray>
   <FocusModel>click</FocusModel>
+  <Key mask="A" key="F4">close</Key>
   <Desktops width="1" height="1"><Background type="solid">#5a6b7b</Background></Desktops>
   <StartupCommand></StartupCommand>
 </JWM>

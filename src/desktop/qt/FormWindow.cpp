@@ -68,8 +68,7 @@ FormWindow::FormWindow(Server& server, const std::string& content, QWidget* abov
   Build();
   SetFirstSize();
   ShowState();
-  const std::int32_t first = state_.focused >= 0 ? state_.focused : FirstInOrder();
-  if (first >= 0) views_[static_cast<std::size_t>(first)]->KeyWidget()->setFocus();
+  if (state_.focused < 0) FocusFirst();
   qApp->installEventFilter(this);
 }
 
@@ -91,9 +90,13 @@ std::vector<std::size_t> FormWindow::Take(const std::string& content) {
 
 void FormWindow::Update(const std::string& content) {
   updating_ = true;
+  const QWidget* before = focusWidget();
   for (const std::size_t number : Take(content)) views_[number]->Show(controls_[number].control);
   SetTabOrder();
   ShowState();
+  // Another page has taken the place of the one with the focus.
+  const bool isLost = before != nullptr && !before->isVisible();
+  if (isLost && (state_.focused < 0 || !IsOnDisplay(state_.focused))) FocusFirst();
   updating_ = false;
   // The focus may have gone elsewhere with a control that can no longer have it.
   QTimer::singleShot(0, this, [this] { TellFocus(focusWidget()); });
@@ -185,12 +188,13 @@ void FormWindow::SetTabOrder() {
                 views_[static_cast<std::size_t>(tabOrder_[i])]->KeyWidget());
 }
 
-std::int32_t FormWindow::FirstInOrder() const {
+void FormWindow::FocusFirst() {
   for (const std::int32_t number : tabOrder_) {
-    const Control& control = controls_[static_cast<std::size_t>(number)].control;
-    if (control.kind != ControlKind::TabStrip && control.tabStop && IsOnDisplay(number)) return number;
+    const auto index = static_cast<std::size_t>(number);
+    const Control& control = controls_[index].control;
+    if (control.kind == ControlKind::TabStrip || !control.tabStop || !IsOnDisplay(number)) continue;
+    return views_[index]->KeyWidget()->setFocus();
   }
-  return -1;
 }
 
 bool FormWindow::IsOnDisplay(std::int32_t number) const {

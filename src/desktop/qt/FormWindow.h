@@ -41,7 +41,8 @@ class FormWindow : public QDialog {
   [[nodiscard]] std::vector<Placed> ChildrenOf(std::int32_t parent) const;
   [[nodiscard]] bool Stretches(std::int32_t number) const;
   [[nodiscard]] QWidget* FirstKeyWidget(std::int32_t number) const;
-  [[nodiscard]] std::int32_t FirstInOrder() const;
+  /// Gives the focus to the first control on display. A tab strip is passed over.
+  void FocusFirst();
   [[nodiscard]] bool IsOnDisplay(std::int32_t number) const;
   void SetBuddies();
   void SetTabOrder();
