@@ -128,6 +128,13 @@ std::string ToLower(std::string_view text) {
   return lower;
 }
 
+std::string ToUpper(std::string_view text) {
+  std::string upper(text);
+  for (char& c : upper)
+    if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
+  return upper;
+}
+
 std::string CutAtNul(std::string_view text) { return std::string(text.substr(0, text.find('\0'))); }
 
 std::string ReplaceAll(std::string_view text, std::string_view from, std::string_view to) {
@@ -136,6 +143,15 @@ std::string ReplaceAll(std::string_view text, std::string_view from, std::string
   for (std::size_t hit; (hit = text.find(from, start)) != std::string_view::npos; start = hit + from.size())
     result.append(text.substr(start, hit - start)).append(to);
   return result.append(text.substr(start));
+}
+
+std::vector<std::string> Split(std::string_view text, char separator) {
+  std::vector<std::string> parts;
+  std::size_t start = 0;
+  for (std::size_t end; (end = text.find(separator, start)) != std::string_view::npos; start = end + 1)
+    parts.emplace_back(text.substr(start, end - start));
+  parts.emplace_back(text.substr(start));
+  return parts;
 }
 
 }  // namespace tessary

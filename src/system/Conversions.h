@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "config/Dictionary.h"
 
@@ -52,8 +53,11 @@ std::string UrlEncode(std::string_view bytes);
 // Plain texts. Blanks are spaces and nothing else; only the letters A to Z have two cases.
 std::string TrimBlanks(std::string_view text);
 std::string ToLower(std::string_view text);
+std::string ToUpper(std::string_view text);
 std::string CutAtNul(std::string_view text);
 /// `text` with every `from`, which is not empty, replaced by `to` in one pass.
 std::string ReplaceAll(std::string_view text, std::string_view from, std::string_view to);
+/// The parts of `text` between the separators; at least one, which may be empty.
+std::vector<std::string> Split(std::string_view text, char separator);
 
 }  // namespace tessary

@@ -1,7 +1,8 @@
 #include "system/MachineServices.h"
 
-#include <chrono>
 #include <cmath>
+
+#include "system/modUtil.h"
 
 namespace tessary {
 
@@ -11,25 +12,6 @@ constexpr int kSecondsADay = 24 * 60 * 60;
 
 script::LocalTime FromHost(const DateTime& time) {
   return {time.year, time.month, time.day, time.hour, time.minute, time.second};
-}
-
-std::int64_t SecondsOf(const DateTime& time) {
-  const std::chrono::sys_days day{std::chrono::year(time.year) / time.month / time.day};
-  return std::int64_t{day.time_since_epoch().count()} * kSecondsADay + time.hour * 3600 + time.minute * 60 +
-         time.second;
-}
-
-script::LocalTime FromSeconds(std::int64_t seconds) {
-  const std::chrono::sys_seconds moment{std::chrono::seconds(seconds)};
-  const auto day = std::chrono::floor<std::chrono::days>(moment);
-  const std::chrono::year_month_day date(day);
-  const std::chrono::hh_mm_ss time(moment - day);
-  return {static_cast<int>(date.year()),
-          static_cast<int>(static_cast<unsigned>(date.month())),
-          static_cast<int>(static_cast<unsigned>(date.day())),
-          static_cast<int>(time.hours().count()),
-          static_cast<int>(time.minutes().count()),
-          static_cast<int>(time.seconds().count())};
 }
 
 // Scripts know no "Path/File access error" for their files: to them it is "Permission denied".
@@ -64,8 +46,7 @@ std::string MachineServices::Full(const std::string& path) const {
 }
 
 script::FileFacts MachineServices::FactsOf(const FileInfo& info) {
-  const std::int64_t localOffset = SecondsOf(host_.clock.LocalTime()) - host_.clock.UnixTime();
-  return {info.name, info.kind == FileKind::Folder, info.size, FromSeconds(info.modified + localOffset)};
+  return {info.name, info.kind == FileKind::Folder, info.size, FromHost(LocalDateTime(host_, info.modified))};
 }
 
 std::optional<script::FileFacts> MachineServices::Find(const std::string& path) {

@@ -11,6 +11,9 @@ std::string GetCompanyName();
 std::string GetProductName();
 /// Second folder level of the per-user folders.
 std::string GetProductFolderName();
+/// The copyright line, and the version numbers without padding: "4.0.575".
+std::string GetCopyright();
+std::string GetVersion();
 /// Host name of the vendor's web site.
 std::string GetVendorSite();
 /// The producer entry of the documents: product name, " / ", vendor site.

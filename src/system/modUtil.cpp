@@ -1,6 +1,7 @@
 #include "system/modUtil.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cstdio>
 #include <utility>
 
@@ -18,13 +19,10 @@ constexpr std::int64_t kQueueRestMilliseconds = 10;
 /// Codes of Shell::Open up to this one are failures.
 constexpr std::int32_t kLastShellFailure = 32;
 
-std::vector<std::string> SplitKeys(const std::string& path) {
-  std::vector<std::string> keys;
-  std::size_t start = 0;
-  for (std::size_t dot; (dot = path.find('.', start)) != std::string::npos; start = dot + 1)
-    keys.push_back(path.substr(start, dot - start));
-  keys.push_back(path.substr(start));
-  return keys;
+std::int64_t SecondsOf(const DateTime& time) {
+  const std::chrono::sys_days day{std::chrono::year(time.year) / time.month / time.day};
+  const std::int64_t hours = std::int64_t{day.time_since_epoch().count()} * 24 + time.hour;
+  return (hours * 60 + time.minute) * 60 + time.second;
 }
 
 }  // namespace
@@ -44,6 +42,20 @@ std::string DateTimeStamp(const DateTime& date) {
   std::snprintf(text, sizeof text, "%04d-%02d-%02d %02d:%02d:%02d", date.year, date.month, date.day, date.hour,
                 date.minute, date.second);
   return text;
+}
+
+DateTime LocalDateTime(Host& host, std::int64_t unixTime) {
+  const std::int64_t offset = SecondsOf(host.clock.LocalTime()) - host.clock.UnixTime();
+  const std::chrono::sys_seconds moment{std::chrono::seconds(unixTime + offset)};
+  const auto day = std::chrono::floor<std::chrono::days>(moment);
+  const std::chrono::year_month_day date(day);
+  const std::chrono::hh_mm_ss time(moment - day);
+  return {static_cast<int>(date.year()),
+          static_cast<int>(static_cast<unsigned>(date.month())),
+          static_cast<int>(static_cast<unsigned>(date.day())),
+          static_cast<int>(time.hours().count()),
+          static_cast<int>(time.minutes().count()),
+          static_cast<int>(time.seconds().count())};
 }
 
 std::string NewGuid(Run& run) {
@@ -118,7 +130,7 @@ void SortCollection(Dictionary& collection, const std::optional<std::string>& so
     if (!sortBy)
       order.emplace_back(key, key);
     else
-      order.emplace_back(SafeString(sortBy->empty() ? item : GetNestedValue(item, SplitKeys(*sortBy))), key);
+      order.emplace_back(SafeString(sortBy->empty() ? item : GetNestedValue(item, Split(*sortBy, '.'))), key);
   }
   std::stable_sort(order.begin(), order.end(),
                    [](const auto& one, const auto& other) { return one.first < other.first; });
@@ -127,6 +139,10 @@ void SortCollection(Dictionary& collection, const std::optional<std::string>& so
     collection.Remove(key);
     collection.Add(key, std::move(item));
   }
+}
+
+bool IsInArray(std::string_view value, const std::vector<std::string>& array) {
+  return std::find(array.begin(), array.end(), value) != array.end();
 }
 
 Value GetNestedValue(const Value& root, const std::vector<std::string>& keys) {

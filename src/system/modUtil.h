@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "config/Dictionary.h"
@@ -19,6 +20,9 @@ std::string UserName(Run& run);
 
 /// `YYYY-MM-DD HH:MM:SS`.
 std::string DateTimeStamp(const DateTime& date);
+
+/// Seconds since 1970-01-01 UTC as local date and time, by the offset that holds now.
+DateTime LocalDateTime(Host& host, std::int64_t unixTime);
 
 /// A new GUID in the form `XXXXXXXX-XXXX-XXXX-XXXX-XXXXXXXXXXXX`, upper case, no braces. Any failure is raised
 /// with its number and "Error generating guid: " in front.
@@ -57,6 +61,9 @@ LaunchResult LaunchProcess(Run& run, const Command& command, std::int32_t timeou
 /// Brings the entries of `collection` into the order of their keys (no `sortBy`), of their values (`sortBy`
 /// empty), or of the value that a path of keys, parted by ".", leads to in each. Strings compare as bytes.
 void SortCollection(Dictionary& collection, const std::optional<std::string>& sortBy);
+
+/// True if one of the array's texts is `value`, case and blanks counted.
+bool IsInArray(std::string_view value, const std::vector<std::string>& array);
 
 /// What a path of keys leads to below `root`; empty as soon as a step fails.
 Value GetNestedValue(const Value& root, const std::vector<std::string>& keys);

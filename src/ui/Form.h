@@ -80,7 +80,7 @@ struct Control {
   bool multiLine = false;           ///< a Label that wraps
   bool checked = false;             ///< CheckBox, Option
   std::vector<std::string> list{};  ///< the entries of a list, the captions of a tab strip
-  std::vector<std::string> keys{};  ///< the keys of a tab strip's tabs
+  std::vector<std::string> keys{};  ///< the keys of a tab strip's tabs, the values of a list
   std::int32_t listIndex = -1;      ///< -1: none, or free text
   std::int32_t fillColor = 0;       ///< of a Shape: red + 256 green + 65536 blue
 
