@@ -28,6 +28,17 @@ std::string_view ButtonName(std::int32_t button) {
   }
 }
 
+constexpr const char* kHexDigits = "0123456789abcdefABCDEF";
+
+/// The hexadecimal byte at `position`, or 0.
+std::int32_t HexByte(std::string_view text, std::size_t position) {
+  if (position + 2 > text.size()) return 0;
+  std::int32_t byte = 0;
+  const char* const end = text.data() + position + 2;
+  const auto read = std::from_chars(text.data() + position, end, byte, 16);
+  return read.ptr == end && byte >= 0 ? byte : 0;
+}
+
 /// A log that cannot be written must not turn a message into a failure.
 void LogQuietly(Run& run, const std::string& record) {
   try {
@@ -78,6 +89,24 @@ void HexToRGB(std::string_view text, std::int32_t& red, std::int32_t& green, std
   red = HexByte(text, 0);
   green = HexByte(text, 2);
   blue = HexByte(text, 4);
+}
+
+std::int32_t HexToColor(std::string_view text) {
+  std::int32_t red = 0, green = 0, blue = 0;
+  HexToRGB(text, red, green, blue);
+  return red + 256 * green + 65536 * blue;
+}
+
+std::string NormalizeColor(std::string_view text) {
+  static constexpr std::size_t kDigits = 6;
+  std::string digits = TrimBlanks(text);
+  if (digits.empty()) return {};
+  if (digits.starts_with('#')) digits.erase(0, 1);
+  digits = (digits + "000000").substr(0, kDigits);
+  // The digits count behind a leading 1, which shows where fewer than six of them are good.
+  std::string number = "1" + digits.substr(0, digits.find_first_not_of(kHexDigits));
+  if (number.size() > kDigits) number.erase(0, number.size() - kDigits);
+  return "#" + ToUpper(number);
 }
 
 }  // namespace tessary

@@ -24,5 +24,11 @@ std::string ColorToHex(std::int32_t color);
 /// The channels of a colour text, with or without "#"; a pair that is missing or no hexadecimal byte reads as
 /// 0.
 void HexToRGB(std::string_view text, std::int32_t& red, std::int32_t& green, std::int32_t& blue);
+/// The same as a packed colour: red + 256 green + 65536 blue.
+std::int32_t HexToColor(std::string_view text);
+
+/// What a person typed, as a colour text: one that is short is padded with zeros, and behind a character that
+/// is no hexadecimal digit nothing is kept, so that it comes back short. Blanks alone give nothing.
+std::string NormalizeColor(std::string_view text);
 
 }  // namespace tessary
