@@ -70,6 +70,11 @@ struct GhostscriptState {
   bool unreadableMarkerLogged = false;  ///< the log says already that a page marker had no page number
 };
 
+/// Written by GetJobConfig and the dialogs.
+struct UiState {
+  std::string ConfirmedOutputFile;  ///< chosen in a save dialog, which has asked about overwriting; empty: none
+};
+
 struct Run {
   explicit Run(Host& machine) : host(machine) {}
 
@@ -81,6 +86,7 @@ struct Run {
   LabelState labels;
   MacroState macros;
   GhostscriptState ghostscript;
+  UiState ui;
 };
 
 }  // namespace tessary
