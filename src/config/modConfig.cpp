@@ -137,46 +137,6 @@ void MakePathsNative(Run& run, Dictionary& settings) {
   }
 }
 
-bool IsYes(Dictionary& config, const std::string& key) { return ToLower(config.Text(key)) == "yes"; }
-
-/// Doubled separators behind the first character become single ones; a network path keeps the two that it
-/// begins with.
-std::string CleanOutput(const PathStyle& style, const std::string& output) {
-  const std::string path = TrimBlanks(output);
-  std::string clean;
-  for (std::size_t i = 0; i < path.size(); ++i)
-    if (i < 2 || !style.IsSeparator(path[i]) || !style.IsSeparator(path[i - 1])) clean += path[i];
-  return clean;
-}
-
-void ExpandText(Run& run, Dictionary& config, const std::string& key) {
-  config.Set(key, ExpandMacros(run, config.Text(key), false));
-}
-
-/// What scripts and the environment give may hold the separators of another machine.
-void ExpandPath(Run& run, Dictionary& config, const std::string& key) {
-  config.Set(key, run.host.paths.Native(ExpandMacros(run, config.Text(key), true)));
-}
-
-/// The author falls back to the job's where the setting is empty.
-void SettleAuthor(Run& run, Dictionary& config) {
-  const std::string jobs = run.job.DocumentProperties.Text("author");
-  const bool wanted = IsYes(config, "usedefaultauthor") ? !jobs.empty() : config.Text("author").empty();
-  if (wanted)
-    config.Set("author", jobs);
-  else
-    ExpandText(run, config, "author");
-}
-
-/// Unlike the author an empty title stays empty: the job's is taken only on request, and this is meant.
-void SettleTitle(Run& run, Dictionary& config) {
-  const std::string jobs = run.job.DocumentProperties.Text("title");
-  if (IsYes(config, "usedefaulttitle") && !jobs.empty())
-    config.Set("title", jobs);
-  else
-    ExpandText(run, config, "title");
-}
-
 /// Loads a file of remembered values. Raises kSettingsUnreadable in the name of `operation`.
 void LoadUserFile(Run& run, IniFile& ini, const std::string& file, const char* operation) {
   if (ini.Load(file)) return;
@@ -236,26 +196,6 @@ Settings GetDefaultConfig() {
 
 std::string GetDefaultSetting(const std::string& key) { return GetDefaultConfig()->Text(key); }
 
-bool GetJobConfig(Run& run, Settings& config, std::string& settingsFile) {
-  config = LoadConfig(run, false, settingsFile);
-  run.job.SuppressErrors = IsYes(*config, "suppresserrors");
-  run.job.DebugSetting = IsYes(*config, "debug");
-  ExpandConfigValues(run, *config);
-  return true;
-}
-
-void ExpandConfigValues(Run& run, Dictionary& config) {
-  ExpandPath(run, config, "output");
-  config.Set("output", CleanOutput(run.host.paths, config.Text("output")));
-  ExpandText(run, config, "watermarktext");
-  ExpandPath(run, config, "mergefile");
-  ExpandPath(run, config, "superimpose");
-  SettleAuthor(run, config);
-  SettleTitle(run, config);
-  ExpandText(run, config, "subject");
-  ExpandText(run, config, "keywords");
-}
-
 bool IsConfirmOverwrite(Dictionary& config) {
   const std::string value = ToLower(config.Text("confirmoverwrite"));
   return value != "0" && value != "no";
@@ -297,21 +237,6 @@ std::string GetUserSetting(Run& run, const std::string& key, const std::string& 
 
 bool SetUserSetting(Run& run, const std::string& key, const std::string& value) {
   return IniSetUserSetting(run, GetUserSettingsFile(run), kUserSection, key, value);
-}
-
-void RestoreLastFileName(Run& run, Dictionary& config) {
-  const PathStyle& style = run.host.paths;
-  const std::string output = config.Text("output");
-  const std::string last = GetUserSetting(run, "lastfilename", "");
-  if (last.empty()) return;
-  const std::string folder = FolderExists(run, output) ? output : ParentFolder(style, output);
-  config.Set("output", JoinPath(style, StripTrailingBackslashes(style, folder), last));
-}
-
-void RestoreLastFolderName(Run& run, Dictionary& config) {
-  const PathStyle& style = run.host.paths;
-  const std::string last = StripTrailingBackslashes(style, GetUserSetting(run, "lastfoldername", ""));
-  if (!last.empty()) config.Set("output", JoinPath(style, last, FileNameOf(style, config.Text("output"))));
 }
 
 }  // namespace tessary

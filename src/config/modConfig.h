@@ -40,7 +40,8 @@ Settings GetDefaultConfig();
 /// The default of `key`, empty where it has none.
 std::string GetDefaultSetting(const std::string& key);
 
-/// Loads the job's settings and settles them. False when the user cancelled.
+/// Loads the job's settings and settles them, with the dialogs that they ask for. False when the user
+/// cancelled; `output` is empty when the save dialog was cancelled and no other followed.
 bool GetJobConfig(Run& run, Settings& config, std::string& settingsFile);
 
 /// Makes the settings' own text into the values of this job, in place: macros are expanded, `output` is

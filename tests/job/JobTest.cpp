@@ -15,13 +15,14 @@ const std::string kSettings =
 const std::string kLog = kTemp + R"(\x_printer.log)";
 const std::string kTarget = R"(D:\out.pdf)";
 
-/// A machine with Ghostscript, a job and settings that send it to D:\out.pdf.
+/// A machine with Ghostscript, a job and settings that send it to D:\out.pdf without a question.
 struct JobMachine : SimulatedMachine {
   JobMachine() {
     registry.Set(R"(HKEY_LOCAL_MACHINE\SOFTWARE\GPL Ghostscript\8.54\GS_DLL)", R"(C:\gs\bin\gsdll32.dll)");
     files.Put(R"(C:\gs\bin\gswin32c.exe)", "program");
     files.Put(R"(C:\jobs\a b.ps)", "%!PS");
-    files.Put(kSettings, "[PDF Printer]\r\noutput=" + kTarget + "\r\n");
+    files.Put(kSettings, "[PDF Printer]\r\noutput=" + kTarget + "\r\nshowpdf=no\r\n");
+    files.Put(R"(C:\Program Files\Tessary\global.ini)", "[PDF Printer]\r\nshowsettings=never\r\n");
     host().commandLine = R"(sessionid=x ps="C:\jobs\a b.ps" doc="A job" printer="PDF Printer")";
   }
   ScriptedChild& ExpectGhostscript() {
@@ -90,7 +91,7 @@ TEST_F(JobTest, FailuresReachTheHandler) {
 }
 
 TEST_F(JobTest, ErrorBoxIsSuppressedOnceTheSettingsSayIt) {
-  machine.files.Put(kSettings, "[PDF Printer]\r\noutput=x\r\nsuppresserrors=YES\r\n");
+  machine.files.Put(kSettings, "[PDF Printer]\r\noutput=x\r\nshowpdf=no\r\nsuppresserrors=YES\r\n");
   machine.ExpectGhostscript().Exits(1);
   EXPECT_EQ(Start(), exitcodes::kError);
   EXPECT_TRUE(machine.desktop.boxes.empty());
@@ -187,8 +188,9 @@ TEST_F(JobTest, UndeliveredIsAskedAboutAndAnswered) {
   EXPECT_EQ(run.job.FileCount, 0);
   EXPECT_EQ(machine.files.Names(kTemp), std::vector<std::string>{"x_printer.log"}) << "the log alone says why";
 
-  machine.files.Put(kSettings,
-                    "[PDF Printer]\r\noutput=D:\\none\\x.pdf\r\nsuppresserrors=yes\r\ndebug=yes\r\n");
+  machine.files.Put(
+      kSettings,
+      "[PDF Printer]\r\noutput=D:\\none\\x.pdf\r\nshowpdf=no\r\nsuppresserrors=yes\r\ndebug=yes\r\n");
   machine.ExpectGhostscript();
   tessary::Run own(machine.host());
   const std::int64_t start = machine.clock.Ticks();
