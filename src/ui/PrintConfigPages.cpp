@@ -29,34 +29,31 @@ constexpr Element kDocument[] = {
     {K::Label, "Label5", "[L71]Keywords", {3, 0}}, {K::TextField, "txtKeywords", "", {3, 1}},
 };
 
-// The watermark page: the text above, then two columns of fields, and the preview at their right.
-
-constexpr Element kWatermarkText[] = {
-    {K::Label, "Label10", "[L64]Text", {0, 0}},
-    {K::TextField, "txtWatermarkText", "", {0, 1}},
-};
+// The watermark page: two columns of fields, and the preview at their right.
 
 constexpr Element kWatermarkFields[] = {
-    {K::Label, "Label25", "[L144]Font", {0, 0}},
-    {K::DropDown, "cbWatermarkFontName", "", {0, 1}},
-    {K::Label, "Label11", "[L66]Size", {0, 2}},
-    {K::TextField, "txtWatermarkFontSize", "", {0, 3}},
-    {K::Label, "Label8", "[L65]Rotation (0-360)", {1, 0}},
-    {K::EntryList, "cbWatermarkRotation", "", {1, 1}},
-    {K::Label, "Label26", "[L147]Outline width", {1, 2}},
-    {K::TextField, "txtWatermarkOutlineWidth", "", {1, 3}},
-    {K::Label, "lblWatermarkColor", "[L138]Color", {2, 0}},
-    {K::Picture, "picWatermarkColor", "", {2, 1}},
-    {K::Label, "Label27", "[L148]Layer", {2, 2}},
-    {K::DropDown, "cbWatermarkLayer", "", {2, 3}},
-    {K::Label, "Label7", "[L139]Vertical position", {3, 0}},
-    {K::DropDown, "cbWatermarkVerticalPosition", "", {3, 1}},
-    {K::Label, "Label21", "[L146]Vertical adjustment", {3, 2}},
-    {K::TextField, "txtWatermarkVerticalAdjustment", "", {3, 3}},
-    {K::Label, "Label18", "[L140]Horizontal position", {4, 0}},
-    {K::DropDown, "cbWatermarkHorizontalPosition", "", {4, 1}},
-    {K::Label, "Label22", "[L145]Horizontal adjustment", {4, 2}},
-    {K::TextField, "txtWatermarkHorizontalAdjustment", "", {4, 3}},
+    {K::Label, "Label10", "[L64]Text", {0, 0}},
+    {K::TextField, "txtWatermarkText", "", {0, 1, 3}},
+    {K::Label, "Label25", "[L144]Font", {1, 0}},
+    {K::DropDown, "cbWatermarkFontName", "", {1, 1}},
+    {K::Label, "Label11", "[L66]Size", {1, 2}},
+    {K::TextField, "txtWatermarkFontSize", "", {1, 3}},
+    {K::Label, "Label8", "[L65]Rotation (0-360)", {2, 0}},
+    {K::EntryList, "cbWatermarkRotation", "", {2, 1}},
+    {K::Label, "Label26", "[L147]Outline width", {2, 2}},
+    {K::TextField, "txtWatermarkOutlineWidth", "", {2, 3}},
+    {K::Label, "lblWatermarkColor", "[L138]Color", {3, 0}},
+    {K::Picture, "picWatermarkColor", "", {3, 1}},
+    {K::Label, "Label27", "[L148]Layer", {3, 2}},
+    {K::DropDown, "cbWatermarkLayer", "", {3, 3}},
+    {K::Label, "Label7", "[L139]Vertical position", {4, 0}},
+    {K::DropDown, "cbWatermarkVerticalPosition", "", {4, 1}},
+    {K::Label, "Label21", "[L146]Vertical adjustment", {4, 2}},
+    {K::TextField, "txtWatermarkVerticalAdjustment", "", {4, 3}},
+    {K::Label, "Label18", "[L140]Horizontal position", {5, 0}},
+    {K::DropDown, "cbWatermarkHorizontalPosition", "", {5, 1}},
+    {K::Label, "Label22", "[L145]Horizontal adjustment", {5, 2}},
+    {K::TextField, "txtWatermarkHorizontalAdjustment", "", {5, 3}},
 };
 
 constexpr Element kWatermarkColor[] = {
@@ -137,11 +134,10 @@ void Paint(Control& picture, const char* shape, Box pictureSize, Box shapeBox) {
 }
 
 void LayOutWatermark(Form& form, Control& page) {
-  AddElements(page.Add(K::Picture, "", "", {0, 0, 2}), kWatermarkText);
-  AddElements(page.Add(K::Picture, "", "", {1, 0}), kWatermarkFields);
+  AddElements(page.Add(K::Picture, ""), kWatermarkFields);
   AddElements(form["picWatermarkColor"], kWatermarkColor);
   Paint(form["picWatermarkSample"], "shapeWatermarkColor", {0, 0, 22, 22}, {0, 0, 22, 22});
-  Paint(page.Add(K::Picture, "pbWatermarkPaper", "", {1, 1}), "shapeWatermarkPreviewColor", {0, 0, 105, 148},
+  Paint(page.Add(K::Picture, "pbWatermarkPaper", "", {0, 1}), "shapeWatermarkPreviewColor", {0, 0, 105, 148},
         {0, 0, 42, 14});
   form["txtWatermarkFontSize"].maxLength = 3;
 }

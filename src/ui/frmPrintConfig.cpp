@@ -83,7 +83,9 @@ frmPrintConfig::frmPrintConfig(Run& run, Settings config) : run_(run), config_(s
 }
 
 bool frmPrintConfig::Show() {
-  ShowModal(run_, form_);
+  const std::string showPdf = config_->Text("showpdf");
+  // Nobody was there to answer "ask", and nobody would see the document.
+  if (!ShowModal(run_, form_)) config_->Set("showpdf", showPdf);
   return accepted_;
 }
 

@@ -12,8 +12,7 @@ namespace tessary {
 
 class frmPrintConfig {
  public:
-  /// Builds the dialog and fills it from `config`, which it shares with the caller. Raises nothing but what the
-  /// log raises.
+  /// Builds the dialog and fills it from `config`, which it shares with the caller.
   frmPrintConfig(Run& run, Settings config);
 
   /// Shows the dialog until it is closed. True after a successful Save; after anything else `config` may hold
@@ -28,7 +27,7 @@ class frmPrintConfig {
   void GetConfig(Dictionary& config);
 
   /// Checks what GetConfig has written and tells the user about the first thing that is wrong, with the focus
-  /// on its field. Asks before an existing file is replaced, but once for a file.
+  /// on its field. Asks before an existing file is replaced, unless a save dialog has asked already.
   bool ValidateForm(Dictionary& config);
 
   /// Enables what has a meaning with what is typed.

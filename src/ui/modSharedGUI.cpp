@@ -66,13 +66,14 @@ std::int32_t ShowMessage(Run& run, const std::string& text, std::int32_t flags) 
   return answer.button;
 }
 
-void ShowModal(Run& run, Form& form) {
-  if (run.host.desktop.ShowForm(form)) return;
+bool ShowModal(Run& run, Form& form) {
+  if (run.host.desktop.ShowForm(form)) return true;
   if (form.okButton != nullptr) form.Press(*form.okButton);
   LogQuietly(run, "Dialog without a display, answered with " +
                       std::string(form.IsLoaded() ? "Cancel" : "its default button") + ": " +
                       form.root.caption);
   form.Unload();
+  return false;
 }
 
 std::string ColorToHex(std::int32_t color) {

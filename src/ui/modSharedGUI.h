@@ -14,9 +14,9 @@ namespace tessary {
 /// that nobody could see leaves its first line in the log, with the answer that the machine gave for them.
 std::int32_t ShowMessage(Run& run, const std::string& text, std::int32_t flags);
 
-/// Shows a form and returns when it is unloaded. Where nobody can see it, its OK button is pressed at once; a
-/// form that stays open then is cancelled, and the log says so.
-void ShowModal(Run& run, Form& form);
+/// Shows a form and returns when it is unloaded. Where nobody can see it, which gives false, its OK button is
+/// pressed at once; a form that stays open then is cancelled, and the log says so.
+bool ShowModal(Run& run, Form& form);
 
 /// A packed colour as `#RRGGBB`, upper case.
 std::string ColorToHex(std::int32_t color);

@@ -123,7 +123,8 @@ TEST_F(JobConfigTest, TheQuestionWhereNoDialogIsShown) {
 TEST_F(JobConfigTest, WithoutADisplay) {
   machine.desktop.attended = false;
   EXPECT_TRUE(Get("output=D:\\docs\\job.pdf\r\n"));
-  EXPECT_EQ(config->Text("showpdf"), "yes");
+  EXPECT_EQ(config->Text("showpdf"), "ask");
+  EXPECT_EQ(config->Text("openfolder"), "no") << "the form was saved";
   machine.files.Put(R"(D:\docs\job.pdf)", "");
   EXPECT_FALSE(Get("output=D:\\docs\\job.pdf\r\n")) << "nobody agreed to overwrite it";
   EXPECT_TRUE(Get("output=D:\\docs\\job.pdf\r\nconfirmoverwrite=no\r\n"));
