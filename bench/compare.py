@@ -9,11 +9,13 @@ falls on both. Prints medians, their ratio and the target; a slow machine fails 
 
 import os
 import pathlib
+import random
 import statistics
 import subprocess
 import sys
 import tempfile
 import time
+import zlib
 
 SWITCHES = ["-q", "-dSAFER", "-dNOPAUSE", "-dBATCH", "-sDEVICE=pdfwrite", "-sFONTPATH=/usr/share/fonts",
             "-dCompatibilityLevel=1.6"]
@@ -27,6 +29,24 @@ def document(pages):
                   for line in range(40)]
         lines += ["showpage"]
     return "\r\n".join(lines + ["%%EOF", ""])
+
+
+def letterhead():
+    """A PDF of one page with a picture of 2 MB that cannot be compressed, half transparent."""
+    size = 820
+    data = zlib.compress(random.Random(1).randbytes(3 * size * size))
+    parts = [b"<</Type/Catalog/Pages 2 0 R>>", b"<</Type/Pages/Count 1/Kids[3 0 R]>>",
+             b"<</Type/Page/Parent 2 0 R/MediaBox[0 0 595 842]/Group<</S/Transparency/CS/DeviceRGB>>/Contents 4 0 R"
+             b"/Resources<</XObject<</I 5 0 R>>/ExtGState<</H<</ca .5>>>>>>>>",
+             b"<</Length 37>>stream\n/H gs 500 0 0 500 40 200 cm /I Do    \nendstream",
+             b"<</Subtype/Image/Width %d/Height %d/BitsPerComponent 8/ColorSpace/DeviceRGB/Filter/FlateDecode/Length %d>>stream\n" %
+             (size, size, len(data)) + data + b"\nendstream"]
+    text, offsets = b"%PDF-1.6\n", []
+    for number, part in enumerate(parts, 1):
+        offsets.append(len(text))
+        text += b"%d 0 obj\n" % number + part + b"\nendobj\n"
+    return (text + b"xref\n0 6\n0000000000 65535 f \n" + b"".join(b"%010d 00000 n \n" % offset for offset in offsets) +
+            b"trailer<</Size 6/Root 1 0 R>>\nstartxref\n%d\n%%%%EOF\n" % len(text))
 
 
 def seconds(command, environment, expected=0):
@@ -89,6 +109,19 @@ def main():
             report(f"{pages} pages: gui, bare gs, ratio", f"{ours * 1000:.1f} ms {theirs * 1000:.1f} ms {ours / theirs:.3f}",
                    f"at most {target}")
             report(f"{pages} pages: peak memory of gui", f"{peak_memory(run, environment) / 1000:.1f} MB", "below 10 MB")
+        source, background, output = root / "500.ps", root / "letterhead.pdf", root / "out.pdf"
+        source.write_text(document(500), newline="")
+        background.write_bytes(letterhead())
+        run = [gui, "sessionid=bench", f"ps={source}"]
+        plain_seconds = statistics.median(seconds(run, environment) for _ in range(5))
+        plain_bytes = output.stat().st_size
+        with settings.open("a") as file:
+            file.write(f"superimpose={background}\n")
+        under_seconds = statistics.median(seconds(run, environment) for _ in range(5))
+        report("500 pages: gui, with a letterhead of 2 MB", f"{plain_seconds * 1000:.0f} ms {under_seconds * 1000:.0f} ms",
+               "at most 1 s more")
+        report("500 pages: size, with a letterhead of 2 MB", f"{plain_bytes / 1000:.0f} kB {output.stat().st_size / 1000:.0f} kB",
+               "at most 2 MB more")
         missing = statistics.median(seconds([gui, "sessionid=bench", f"ps={root}/none.ps"], environment, expected=1)
                                     for _ in range(15))
         report("a missing file", f"{missing * 1000:.1f} ms", "below 10 ms")

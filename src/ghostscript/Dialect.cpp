@@ -82,19 +82,32 @@ std::string PdfSwitches(std::int32_t majorVersion, std::string_view password) {
   return text;
 }
 
+/// The switch takes a list of patterns, parted by ":" or ";", in which "*" stands for anything; there is no way
+/// to escape one of them. The colon of a drive is none.
+std::string PermitReading(std::string path) {
+  for (std::size_t i = 2; i < path.size(); ++i)
+    if (path[i] == ':' || path[i] == ';') path[i] = '*';
+  return Quoted("--permit-file-read=" + path);
+}
+
 }  // namespace
 
 std::string TranslateParameters(std::string_view text, std::int32_t majorVersion,
-                                std::string_view pdfPassword) {
+                                const GhostscriptAdditions& additions) {
   if (majorVersion < kFirstOtherVersion) return std::string(text);
-  std::string translated = ReadsPdf(text) ? PdfSwitches(majorVersion, pdfPassword) : std::string();
+  std::string translated = ReadsPdf(text) ? PdfSwitches(majorVersion, additions.pdfPassword) : std::string();
+  for (const std::string& file : additions.readableFiles)
+    translated.append(PermitReading(file)).append(kLineEnd);
   while (!text.empty()) {
     if (text.starts_with(kStartUp)) {
       text.remove_prefix(kStartUp.size());
       continue;
     }
     const std::size_t end = text.find(kLineEnd);
-    translated.append(TranslateToken(text.substr(0, end))).append(kLineEnd);
+    const std::string_view token = text.substr(0, end);
+    translated.append(TranslateToken(token)).append(kLineEnd);
+    if (token == "-f" && !additions.prelude.empty())
+      translated.append(Quoted(additions.prelude)).append(kLineEnd);
     text.remove_prefix(end == std::string_view::npos ? text.size() : end + kLineEnd.size());
   }
   return translated;

@@ -5,10 +5,11 @@
 #include <string>
 #include <string_view>
 
+#include "ghostscript/Additions.h"
+
 namespace tessary {
 
 /// The parameter file `text` as the given version has to read it; the text itself where nothing differs.
-/// `pdfPassword`, in the code page of the text, opens the PDFs among the input files that want one.
 ///
 /// From version 9 on: a switch with a text value is quoted as a whole (`-sName#"value"` would make the quotes
 /// part of the value) and joined with "=" (a "=" in the value would be taken for the joiner before the "#", and
@@ -18,7 +19,8 @@ namespace tessary {
 /// (others would be read as patterns too); and `.setpdfwrite`, which is gone, is dropped together with its
 /// "-c". A run that reads a PDF gets the password; from version 10 on it stops at a PDF that it cannot read,
 /// which would be left out without an error otherwise.
+/// The additions come in: the readable files as switches at the head, the prelude behind "-f".
 std::string TranslateParameters(std::string_view text, std::int32_t majorVersion,
-                                std::string_view pdfPassword = {});
+                                const GhostscriptAdditions& additions = {});
 
 }  // namespace tessary

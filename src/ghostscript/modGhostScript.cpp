@@ -1,5 +1,7 @@
 #include "ghostscript/modGhostScript.h"
 
+#include <utility>
+
 #include "config/modSpecialFolders.h"
 #include "ghostscript/Dialect.h"
 #include "ghostscript/ParameterLines.h"
@@ -26,8 +28,9 @@ constexpr const char* kFontSuffix = " (truetype)";
 std::string ParametersFor(Run& run, Dictionary& settings, const std::string& parameterFile,
                           std::int32_t major) {
   const std::string text = ReadFile(run, parameterFile);
-  const std::string password = EncodeText(run.host.codePage, GetOpeningPassword(settings));
-  const std::string translated = TranslateParameters(text, major, password);
+  GhostscriptAdditions additions = std::exchange(run.ghostscript.nextRun, {});
+  additions.pdfPassword = EncodeText(run.host.codePage, GetOpeningPassword(settings));
+  const std::string translated = TranslateParameters(text, major, additions);
   if (translated == text) return parameterFile;
   const std::string file = parameterFile + ".run";
   WriteBinaryFile(run, file, translated);

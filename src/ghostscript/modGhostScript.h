@@ -33,7 +33,8 @@ std::string GetGhostscriptVersion(Run& run, const std::string& executablePath, s
                                   std::int32_t& minor);
 
 /// Runs Ghostscript once and returns only on success. `outputFile` is the file that the parameter file names
-/// for Ghostscript's standard output; after a failure its text goes into the log and the error. Raises
+/// for Ghostscript's standard output; after a failure its text goes into the log and the error. Takes
+/// GhostscriptState::nextRun. Raises
 /// kGhostscriptNotFound, kGhostscriptOld, kGhostscriptTimedOut (the child runs on), kGhostscriptFailed, or
 /// kCommon if it cannot be started.
 void RunGhostscript(Run& run, Dictionary& settings, const std::string& parameterFile,

@@ -22,6 +22,7 @@ inline constexpr std::int32_t kGhostscriptNotFound = 1005;
 inline constexpr std::int32_t kPostScriptMissing = 1006;
 inline constexpr std::int32_t kGhostscriptFailed = 1007;
 inline constexpr std::int32_t kGhostscriptTimedOut = 1008;
+inline constexpr std::int32_t kBackgroundUnusable = 1011;  ///< missing, or no PDF
 inline constexpr std::int32_t kGhostscriptOld = 1012;
 inline constexpr std::int32_t kPageTag = 1013;
 }  // namespace errors

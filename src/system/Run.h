@@ -11,6 +11,7 @@
 
 #include "config/Dictionary.h"
 #include "config/MacroEngine.h"
+#include "ghostscript/Additions.h"
 #include "host/Host.h"
 #include "system/COpSysInfo.h"
 
@@ -32,6 +33,7 @@ struct JobState {
   std::string RunOnErrorFolder;           ///< the setting `runonerrordir`
   bool RunOnErrorDone = false;            ///< the program has been started in this run
   bool AfterPrintDone = false;            ///< the same for the setting `afterprintprogram`
+  std::string ProgressFile;               ///< what Ghostscript is saying; its page markers tell the progress
   std::string OutputFile;                 ///< the expanded `output`
   std::shared_ptr<Dictionary> JobConfig;  ///< null: no settings had been resolved
 };
@@ -67,6 +69,7 @@ struct MacroState {
 struct GhostscriptState {
   std::string askedExecutable;  ///< the program that was asked for its version; empty: none yet
   std::string answeredVersion;
+  GhostscriptAdditions nextRun;         ///< taken by the next run, and empty again
   bool unreadableMarkerLogged = false;  ///< the log says already that a page marker had no page number
 };
 

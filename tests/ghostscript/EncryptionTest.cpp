@@ -8,6 +8,8 @@
 namespace tessary {
 namespace {
 
+GhostscriptAdditions Opening(const std::string& password) { return {password, "", {}}; }
+
 struct EncryptionTest : testing::Test {
   void Set(const std::string& owner, const std::string& user, const std::string& mergeFile = "") {
     settings.Set("ownerpassword", owner);
@@ -74,7 +76,7 @@ TEST(DialectPasswords, AreQuotedAsTheyAre) {
   const std::string lines = "-sOwnerPassword#\"a\" %d=#\\\\\r\n-sUserPassword#u\r\n";
   EXPECT_EQ(TranslateParameters(lines, 10),
             "\"-sOwnerPassword=\\\"a\\\" %d=#\\\\\\\r\n\"\r\n\"-sUserPassword=u\"\r\n");
-  EXPECT_EQ(TranslateParameters(lines, 8, "u"), lines);
+  EXPECT_EQ(TranslateParameters(lines, 8, Opening("u")), lines);
   const std::string letters = std::string(511, 'x') + "\xC3\xBC";
   EXPECT_EQ(TranslateParameters("-sUserPassword#" + letters, 10),
             "\"-sUserPassword=" + std::string(511, 'x') + "\"\r\n");
@@ -82,11 +84,13 @@ TEST(DialectPasswords, AreQuotedAsTheyAre) {
 
 TEST(DialectPasswords, ReadersOfPdfsGetThemAndStopAtWhatTheyCannotRead) {
   const std::string postScript = "-q\r\n\"/t/x.ps\"\r\n", pdf = "-q\r\n\"/t/x.PDF\"\r\n";
-  EXPECT_EQ(TranslateParameters(postScript, 10, "u"), postScript);
+  EXPECT_EQ(TranslateParameters(postScript, 10, Opening("u")), postScript);
   EXPECT_EQ(TranslateParameters(pdf, 10), "-dPDFSTOPONERROR\r\n" + pdf);
-  EXPECT_EQ(TranslateParameters(pdf, 10, "u \""), "-dPDFSTOPONERROR\r\n\"-sPDFPassword=u \\\"\"\r\n" + pdf);
-  EXPECT_EQ(TranslateParameters(pdf, 9, "u"), "\"-sPDFPassword=u\"\r\n" + pdf);
-  EXPECT_EQ(TranslateParameters("-sOutputFile#\"/t/x.pdf\"\r\n", 10, "u"), "\"-sOutputFile=/t/x.pdf\"\r\n");
+  EXPECT_EQ(TranslateParameters(pdf, 10, Opening("u \"")),
+            "-dPDFSTOPONERROR\r\n\"-sPDFPassword=u \\\"\"\r\n" + pdf);
+  EXPECT_EQ(TranslateParameters(pdf, 9, Opening("u")), "\"-sPDFPassword=u\"\r\n" + pdf);
+  EXPECT_EQ(TranslateParameters("-sOutputFile#\"/t/x.pdf\"\r\n", 10, Opening("u")),
+            "\"-sOutputFile=/t/x.pdf\"\r\n");
 }
 
 }  // namespace

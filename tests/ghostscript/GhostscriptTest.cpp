@@ -70,6 +70,13 @@ TEST(Dialect, NewerVersionsReadOtherQuotes) {
       "--permit-file-read=/etc\"\r\n-f\r\n\"/t/a\\\"b 5%.ps\"\r\n");
 }
 
+TEST(Dialect, AdditionsStandInTheirPlaces) {
+  const GhostscriptAdditions additions{"", "/t/0.eps", {"/t:u/1.pdf", "C:\\t;u\\\"2.pdf"}};
+  EXPECT_EQ(TranslateParameters("-q\r\n-f\r\n\"-f\"\r\n", 10, additions),
+            "\"--permit-file-read=/t*u/1.pdf\"\r\n\"--permit-file-read=C:\\t*u\\\\\"2.pdf\"\r\n-q\r\n-f\r\n"
+            "\"/t/0.eps\"\r\n\"-f\"\r\n");
+}
+
 TEST_F(GhostscriptTest, RegistrySearchTakesTheHighest) {
   EXPECT_EQ(Located(), " 0.0");
   Install("AFPL Ghostscript", "8.51");
@@ -145,8 +152,11 @@ TEST_F(GhostscriptTest, NewerVersionsGetTheTranslatedFile) {
   machine.registry.Set(kFolderSetting, R"(D:\gs10)");
   machine.files.Put(R"(D:\gs10\gswin32c.exe)", "c:/gs/gs10.00.0/lib");
   machine.files.Put(kParameters, "-sstdout#\"x\"\r\n");
-  machine.processes.Expect(R"(cmd /c ""D:\gs10\gswin32c.exe" @"C:\Temp\x_params.gs.run")");
+  machine.processes.Expect(R"(cmd /c ""D:\gs10\gswin32c.exe" @"C:\Temp\x_params.gs.run")").Repeats();
+  run.ghostscript.nextRun.readableFiles = {"x"};
   EXPECT_EQ(Raised(), "nothing raised");
+  EXPECT_EQ(machine.files.Text(kParameters + ".run"), "\"--permit-file-read=x\"\r\n\"-sstdout=x\"\r\n");
+  EXPECT_EQ(Raised(), "nothing raised") << "without the additions, which were for one run";
   EXPECT_EQ(machine.files.Text(kParameters), "-sstdout#\"x\"\r\n");
   EXPECT_EQ(machine.files.Text(kParameters + ".run"), "\"-sstdout=x\"\r\n");
 }

@@ -1,0 +1,22 @@
+-q
+-dSAFER
+-dNOPAUSE
+-dBATCH
+-sstdout#"C:\Temp\x_si_param_1.out"
+-sDEVICE#pdfwrite
+-dCompatibilityLevel#1.4
+-dFirstPage#1
+-dLastPage#1
+-dUseCropBox
+-dPreserveAnnots#false
+-dAutoRotatePages#/None
+-dAutoFilterColorImages#false
+-dAutoFilterGrayImages#false
+-dColorImageFilter#/FlateEncode
+-dGrayImageFilter#/FlateEncode
+-sFONTPATH#"C:\WINDOWS\Fonts"
+-sOutputFile#"C:\Temp\x_si_full_1.eps"
+-f
+"D:\a (1).pdf"
+-c
+currentpagedevice /PageCount get 1 lt {(There is no page that can be read.) = flush null 1 .quit} if
