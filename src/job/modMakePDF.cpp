@@ -2,13 +2,12 @@
 
 #include "config/modConfig.h"
 #include "config/modFolders.h"
-#include "ghostscript/modGhostScript.h"
+#include "job/Conversion.h"
 #include "job/Delivery.h"
 #include "job/FollowUp.h"
 #include "job/StatusFile.h"
 #include "system/Conversions.h"
 #include "system/ExitCodes.h"
-#include "system/FileHelpers.h"
 #include "system/Paths.h"
 #include "system/modLog.h"
 #include "system/modUtil.h"
@@ -18,32 +17,6 @@
 namespace tessary {
 
 namespace {
-
-/// The names of the job's temporary files.
-struct JobFiles {
-  std::string parameters;      ///< Ghostscript parameters
-  std::string standardOutput;  ///< what Ghostscript says
-  std::string document;        ///< the PDF of the job
-};
-
-JobFiles NamesFor(Run& run) {
-  const std::string base = JoinPath(run.host.paths, GetTemporaryFolder(run), run.job.SessionId);
-  JobFiles files;
-  files.parameters = base + "_params.gs";
-  files.standardOutput =
-      ReplaceAll(files.parameters, ".gs", ".out");  // everywhere in the path, and no more careful
-  files.document = base + "_printer.pdf";
-  return files;
-}
-
-void Convert(Run& run, Dictionary& config, const JobFiles& files, const std::string& psFile) {
-  WriteLog(run, "Parameters");
-  WritePdfParameterFile(run, files.parameters, files.document, config, false, files.standardOutput, {psFile});
-  WriteLog(run, "Ghostscript");
-  RunGhostscript(run, config, files.parameters, files.standardOutput);
-  run.job.PageCount = GetLastOutputPage(run, files.standardOutput);
-  if (FileExists(run, files.standardOutput) && !IsDebugRun(run)) run.host.files.Remove(files.standardOutput);
-}
 
 /// Starts the command that `key` holds, if there is one, in `folder`. True if it was started.
 bool StartFollowUp(Run& run, Dictionary& config, const std::string& key, const std::string& folder,
@@ -72,6 +45,11 @@ void OpenFolderOf(Run& run, const std::string& output) {
   ShellOpen(run, folder);
 }
 
+Delivery Deliver(Run& run, const Product& product, const std::string& output) {
+  if (product.isPageWise) return DeliverPages(run, product.file, product.extension, output);
+  return DeliverFile(run, product.isImages ? product.file + "." + product.extension : product.file, output);
+}
+
 /// What the delivery has led to reaches the user and other programs.
 void Report(Run& run, const Settings& config, const std::string& output, const Delivery& delivery) {
   if (ToLower(config->Text("showpdf")) == "yes" && !delivery.failed) {
@@ -91,10 +69,9 @@ std::int32_t ConvertAndDeliver(Run& run, const Settings& config, const std::stri
     return exitcodes::kNothingDone;
   }
   run.job.OutputFile = output;
-  const JobFiles files = NamesFor(run);
-  Convert(run, *config, files, psFile);
+  const Product product = ConvertJob(run, *config, NameJobFiles(run), psFile, output);
   run.job.FileCount = 0;
-  const Delivery delivery = DeliverFile(run, files.document, output);
+  const Delivery delivery = Deliver(run, product, output);
   run.job.FileCount = delivery.fileCount;
   Report(run, config, output, delivery);
   WriteLog(run, "Finished");
