@@ -207,7 +207,7 @@ std::string PermissionsOut(const Row&, const PathStyle&, Form& form, const Contr
 
 std::string PermissionsOrDefaultOut(const Row& row, const PathStyle& style, Form& form,
                                     const Control& control) {
-  return control.checked ? PermissionsOut(row, style, form, control) : GetDefaultConfig()->Text("permissions");
+  return control.checked ? PermissionsOut(row, style, form, control) : GetDefaultSetting("permissions");
 }
 
 constexpr const char* kShowPdf[] = {"ask", "yes", "no"};

@@ -25,7 +25,7 @@ std::int32_t StampPosition(std::int32_t position, std::int32_t paper, std::int32
 
 std::string GetPreviewColor(Form& form) {
   const std::string& text = form["txtWatermarkColor"].text;
-  return NormalizeColor(text.empty() ? GetDefaultConfig()->Text("watermarkcolor") : text);
+  return NormalizeColor(text.empty() ? GetDefaultSetting("watermarkcolor") : text);
 }
 
 void DrawWatermarkPreview(Form& form) {

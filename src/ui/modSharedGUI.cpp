@@ -30,15 +30,6 @@ std::string_view ButtonName(std::int32_t button) {
 
 constexpr const char* kHexDigits = "0123456789abcdefABCDEF";
 
-/// The hexadecimal byte at `position`, or 0.
-std::int32_t HexByte(std::string_view text, std::size_t position) {
-  if (position + 2 > text.size()) return 0;
-  std::int32_t byte = 0;
-  const char* const end = text.data() + position + 2;
-  const auto read = std::from_chars(text.data() + position, end, byte, 16);
-  return read.ptr == end && byte >= 0 ? byte : 0;
-}
-
 /// A log that cannot be written must not turn a message into a failure.
 void LogQuietly(Run& run, const std::string& record) {
   try {
