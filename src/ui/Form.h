@@ -97,7 +97,14 @@ struct Control {
                Place childPlace = {});
 };
 
-enum class Key { Other, Tab, Enter, Escape, PageUp, PageDown };
+enum class Key {
+  Other,  ///< a renderer may keep these to itself
+  Tab,
+  Enter,
+  Escape,
+  PageUp,
+  PageDown
+};
 
 struct KeyPress {
   Key key = Key::Other;
@@ -106,8 +113,9 @@ struct KeyPress {
   bool alt = false;
 };
 
-/// A form and its events. Functions that the logic calls act whether or not the control is enabled; those of
-/// the user do nothing on a control that is disabled or not on display.
+/// A form and its events. All its controls are there before it is shown. Functions that the logic calls act
+/// whether or not the control is enabled; those of the user do nothing on a control that is disabled or not on
+/// display.
 class Form {
  public:
   Form() = default;

@@ -1,6 +1,9 @@
 #include "desktop/qt/Program.h"
 
 #include <QApplication>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QTranslator>
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -36,6 +39,10 @@ int RunDesktopProgram(int argc, char** argv) {
   const QApplication application(argc, argv);
   QApplication::setQuitOnLastWindowClosed(false);
   QApplication::setStyle(new Style);
+  QTranslator words;  // of the toolkit's own buttons and pickers
+  if (words.load(QLocale::system(), QStringLiteral("qtbase"), QStringLiteral("_"),
+                 QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+    QApplication::installTranslator(&words);
   Server server(Channel(std::move(line)));
   const MessageBoxes boxes(server);
   const FormWindows forms(server);
