@@ -74,8 +74,8 @@ def peak_memory(command, environment):
     return peak
 
 
-def in_turn(first, second, environment, repeats):
-    pairs = [(seconds(first, environment), seconds(second, environment)) for _ in range(repeats)]
+def in_turn(first, second, environment, repeats, second_environment=None):
+    pairs = [(seconds(first, environment), seconds(second, second_environment or environment)) for _ in range(repeats)]
     return [statistics.median(column) for column in zip(*pairs)]
 
 
@@ -117,6 +117,17 @@ def report(what, value, target):
     print(f"{what:<52} {value:>30}   {target}", flush=True)
 
 
+def compare_icon(run, environment):
+    """The same job on a screen with a tray, where the icon turns, and without a screen."""
+    screen = Screen()
+    try:
+        ours, theirs = in_turn(run, run, environment | {"DISPLAY": screen.display}, 15, environment)
+    finally:
+        screen.close()
+    report("1000 pages: with the tray icon, without, ratio", f"{ours * 1000:.1f} ms {theirs * 1000:.1f} ms {ours / theirs:.3f}",
+           "at most 1.02")
+
+
 def main():
     if len(sys.argv) != 2:
         sys.exit(__doc__)
@@ -124,9 +135,12 @@ def main():
     with tempfile.TemporaryDirectory(prefix="tessary-bench-") as folder:
         root = pathlib.Path(folder)
         environment = os.environ | {"HOME": folder, "XDG_CONFIG_HOME": folder, "TMPDIR": folder}
+        for name in ("DISPLAY", "WAYLAND_DISPLAY"):
+            environment.pop(name, None)
         settings = root / "Tessary" / "PDF Printer" / "settings.ini"
         settings.parent.mkdir(parents=True)
-        settings.write_text(f"[PDF Printer]\noutput={root}/out.pdf\nshowsettings=never\nshowsaveas=never\nshowpdf=no\n")
+        settings.write_text(f"[PDF Printer]\noutput={root}/out.pdf\nshowsettings=never\nshowsaveas=never\nshowpdf=no\n"
+                            "showprogressfinished=no\n")
         for pages, repeats, target in ((2, 15, 1.4), (1000, 15, 1.05)):
             source = root / f"{pages}.ps"
             source.write_text(document(pages), newline="")
@@ -149,6 +163,7 @@ def main():
                "at most 1 s more")
         report("500 pages: size, with a letterhead of 2 MB", f"{plain_bytes / 1000:.0f} kB {output.stat().st_size / 1000:.0f} kB",
                "at most 2 MB more")
+        compare_icon(run, environment)
         missing = statistics.median(seconds([gui, "sessionid=bench", f"ps={root}/none.ps"], environment, expected=1)
                                     for _ in range(15))
         report("a missing file", f"{missing * 1000:.1f} ms", "below 10 ms")

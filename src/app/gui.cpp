@@ -5,7 +5,7 @@
 
 int main(int argc, char** argv) {
   tessary::Screen screen;
-  tessary::PosixMachine machine(argc, argv, &screen.desktop);
+  tessary::PosixMachine machine(argc, argv, &screen.display);
   tessary::Run run(machine.host());
   run.macros.makeEngine = tessary::MakeScriptMacros(machine.host());
   return tessary::Main(run);

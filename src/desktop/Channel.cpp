@@ -68,6 +68,11 @@ bool Channel::HasMessage() const {
   return IsOpen() && poll(&entry, 1, 0) > 0;
 }
 
+bool Channel::HasRoom() const {
+  pollfd entry{Fd(), POLLOUT, 0};
+  return IsOpen() && poll(&entry, 1, 0) > 0;
+}
+
 bool Channel::ReadExactly(char* bytes, std::size_t size) {
   while (IsOpen() && size > 0) {
     const ssize_t count = Restarted([&] { return read(Fd(), bytes, size); });

@@ -23,6 +23,8 @@ class Channel {
   bool Send(MessageKind kind, const std::string& content = {});
   /// The next message, waited for. None when the other end is gone; the line is closed then.
   Message Receive();
+  /// True if a small message would be sent at once.
+  [[nodiscard]] bool HasRoom() const;
   /// True if Receive would not wait.
   [[nodiscard]] bool HasMessage() const;
 

@@ -22,6 +22,8 @@ class Helper {
 
   /// Says something to a helper that runs; nothing otherwise. False if it is gone.
   bool Send(MessageKind kind, const std::string& content = {}) { return channel_.Send(kind, content); }
+  /// True if a small message would reach the helper without a wait.
+  [[nodiscard]] bool HasRoom() const { return channel_.HasRoom(); }
   /// Gives the turn away with a message and waits until it comes back. None if the helper is gone.
   Message SendAndWait(MessageKind kind, const std::string& content = {});
   /// Waits for the turn. None if the helper is gone.

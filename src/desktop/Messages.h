@@ -22,9 +22,13 @@ enum class MessageKind : std::uint16_t {
   PickColor,  ///< ColorRequest; answered with ColorPicked
   Resume,     ///< KeyAnswer; the last event has been handled
   // and these do not:
-  ShowForm,    ///< a form as FormMirror writes it; above the former ones
-  UpdateForm,  ///< what has changed on the topmost form, as FormMirror writes it
-  CloseForm,   ///< the topmost one
+  ShowForm,     ///< a form as FormMirror writes it; above the former ones
+  UpdateForm,   ///< what has changed on the topmost form, as FormMirror writes it
+  CloseForm,    ///< the topmost one
+  RaiseWindow,  ///< int64, a window; brings it to the front
+  ShowTray,     ///< TrayIconRequest; shows the icon or changes it
+  HideTray,     ///< takes the icon away
+  ShowBalloon,  ///< BalloonRequest; TrayEvent tells what becomes of it
 
   // From the helper. These give the turn back:
   BoxAnswered,  ///< int32, a value of namespace box
@@ -34,6 +38,7 @@ enum class MessageKind : std::uint16_t {
   FormEvent,    ///< UserEvent
   // Those behind this one do not, and may come at any time.
   Notices = 100,
+  TrayEvent,  ///< TrayEvent
 };
 
 struct Message {
@@ -55,6 +60,23 @@ struct ColorRequest {
 struct FileAnswer {
   std::int32_t failure = 0;  ///< a value of namespace failures
   std::string path{};
+};
+
+struct TrayIconRequest {
+  std::string picture{};  ///< a name of NotificationArea::IconNamed
+  std::string tip{};
+};
+
+struct BalloonRequest {
+  std::string title{};
+  std::string text{};
+};
+
+/// What happened to the icon or its balloon.
+struct TrayEvent {
+  std::uint32_t what = 0;  ///< low parameter of the callback message, see namespace notify
+  std::int32_t x = 0;      ///< the cursor
+  std::int32_t y = 0;
 };
 
 /// What the user did on the topmost form.
@@ -92,6 +114,9 @@ struct ControlState {
 void Fields(auto& archive, BoxRequest& request) { archive(request.text, request.caption, request.flags); }
 void Fields(auto& archive, ColorRequest& request) { archive(request.title, request.color); }
 void Fields(auto& archive, FileAnswer& answer) { archive(answer.failure, answer.path); }
+void Fields(auto& archive, TrayIconRequest& request) { archive(request.picture, request.tip); }
+void Fields(auto& archive, BalloonRequest& request) { archive(request.title, request.text); }
+void Fields(auto& archive, TrayEvent& event) { archive(event.what, event.x, event.y); }
 void Fields(auto& archive, KeyAnswer& answer) { archive(answer.swallowed); }
 void Fields(auto& archive, KeyPress& press) { archive(press.key, press.shift, press.control, press.alt); }
 void Fields(auto& archive, UserEvent& event) {

@@ -2,8 +2,16 @@
 
 #include "desktop/FormMirror.h"
 #include "desktop/Wire.h"
+#include "host/posix/ChildProcess.h"
 
 namespace tessary {
+
+namespace {
+
+/// The queue has run only just when it ran within this time.
+constexpr std::int64_t kPumpMilliseconds = 10;
+
+}  // namespace
 
 BoxAnswer ScreenDesktop::ShowBox(const std::string& text, const std::string& caption, std::int32_t flags) {
   if (helper_.Start()) {
@@ -56,6 +64,14 @@ std::int32_t ScreenDesktop::PickColor(const std::string& title, std::int32_t col
   const Message answer = helper_.SendAndWait(MessageKind::PickColor, wire::Encode(ColorRequest{title, color}));
   if (answer.kind != MessageKind::ColorPicked) return terminal_.PickColor(title, color);
   return wire::Decode<std::int32_t>(answer.content);
+}
+
+void ScreenDesktop::PumpMessages() {
+  const std::int64_t now = MonotonicMilliseconds();
+  if (now - lastPump_ < kPumpMilliseconds) return;
+  lastPump_ = now;
+  helper_.Pump();
+  terminal_.PumpMessages();
 }
 
 }  // namespace tessary

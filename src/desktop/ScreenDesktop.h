@@ -15,11 +15,12 @@ class ScreenDesktop final : public Desktop {
   bool ShowForm(Form& form) override;
   Result<std::string> PickFile(const FilePicker& picker) override;
   std::int32_t PickColor(const std::string& title, std::int32_t color) override;
-  void PumpMessages() override { helper_.Pump(); }
+  void PumpMessages() override;
 
  private:
   Helper& helper_;
   Desktop& terminal_;
+  std::int64_t lastPump_ = 0;
 };
 
 }  // namespace tessary

@@ -12,10 +12,12 @@
 #include "host/Desktop.h"
 #include "host/Files.h"
 #include "host/MachineSettings.h"
+#include "host/NotificationArea.h"
 #include "host/PathStyle.h"
 #include "host/Processes.h"
 #include "host/Shell.h"
 #include "host/System.h"
+#include "host/WindowManager.h"
 
 namespace tessary {
 
@@ -26,6 +28,8 @@ struct Host {
   MachineSettings& machineSettings;
   Shell& shell;
   Desktop& desktop;
+  NotificationArea& notificationArea;
+  WindowManager& windowManager;
   Clock& clock;
   System& system;
   Components& components;

@@ -3,6 +3,7 @@
 #include "ghostscript/modEncryption.h"
 #include "ghostscript/modGhostScript.h"
 #include "job/PageNumbers.h"
+#include "job/Progress.h"
 #include "postscript/PostScriptHeader.h"
 #include "postscript/modMerge.h"
 #include "postscript/modPostScript.h"
@@ -50,6 +51,7 @@ void ConvertToPdf(Run& run, Dictionary& config, const JobFiles& files, const std
 }
 
 void Merge(Run& run, Dictionary& config, const JobFiles& files, const std::string& mergeFile) {
+  ShowMergeProgress(run, config);
   const auto& [parameters, standardOutput] = files.merge;
   WriteLog(run, "Merge parameters: " + parameters);
   const bool jobFirst = ToLower(config.Text("mergeposition")) == "top";

@@ -13,6 +13,7 @@
 #include "system/Error.h"
 #include "system/FileHelpers.h"
 #include "system/Paths.h"
+#include "system/frmMain.h"
 #include "system/modComCtl.h"
 #include "system/modCustom.h"
 #include "system/modInstances.h"
@@ -27,6 +28,8 @@ namespace {
 
 constexpr const char* kDictionaryComponent = "Scripting.Dictionary";
 constexpr std::int32_t kOutOfMemory = 7;
+constexpr std::int64_t kBalloonMilliseconds = 5000;
+constexpr int kWaitMilliseconds = 50;
 
 /// With a side-by-side manifest the shell's library is loaded and the common controls are started. 0 without
 /// one.
@@ -187,6 +190,7 @@ void HandleError(Run& run, const Error& error, const std::string& stage, ModuleH
   LogQuietly(run, "Error handler. " + what);
   if (module != 0) run.host.components.UnloadModule(module);
   CleanupSessionFiles(run, true);
+  UnloadMainForm(run);
 }
 
 /// True if the end of the run has to leave this file of the session.
@@ -202,6 +206,16 @@ bool IsOfSession(Run& run, const std::string& name) {
   const std::string head = name.substr(0, session.size());
   const bool same = run.host.paths.ignoresCase ? ToLower(head) == ToLower(session) : head == session;
   return same && (name[session.size()] == '_' || name[session.size()] == '.');
+}
+
+/// Leaves the balloon of the finished document on the screen for its time, or until it has been closed.
+void WaitForBalloon(Run& run) {
+  const TrayState& tray = run.tray;
+  if (!tray.ShowProgressFinished || !tray.FinishedTime) return;
+  while (!tray.BalloonClosed && run.host.clock.Ticks() - *tray.FinishedTime < kBalloonMilliseconds) {
+    run.host.clock.SleepFor(kWaitMilliseconds);
+    run.host.desktop.PumpMessages();
+  }
 }
 
 }  // namespace
@@ -220,6 +234,8 @@ std::int32_t Main(Run& run) {
     HandleError(run, Error(kOutOfMemory, "Out of memory"), stage, module);
     return exitcodes::kError;
   }
+  WaitForBalloon(run);
+  UnloadMainForm(run);
   if (module != 0) run.host.components.UnloadModule(module);
   CleanupSessionFiles(run, outcome == exitcodes::kNotDelivered);  // its log alone says why
   return outcome;

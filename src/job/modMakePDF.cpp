@@ -5,6 +5,7 @@
 #include "job/Conversion.h"
 #include "job/Delivery.h"
 #include "job/FollowUp.h"
+#include "job/Progress.h"
 #include "job/StatusFile.h"
 #include "system/Conversions.h"
 #include "system/ExitCodes.h"
@@ -69,10 +70,12 @@ std::int32_t ConvertAndDeliver(Run& run, const Settings& config, const std::stri
     return exitcodes::kNothingDone;
   }
   run.job.OutputFile = output;
+  BeginProgress(run, *config);
   const Product product = ConvertJob(run, *config, NameJobFiles(run), psFile, output);
   run.job.FileCount = 0;
   const Delivery delivery = Deliver(run, product, output);
   run.job.FileCount = delivery.fileCount;
+  EndProgress(run, output, delivery.failed);
   Report(run, config, output, delivery);
   WriteLog(run, "Finished");
   return delivery.failed ? exitcodes::kNotDelivered : exitcodes::kDone;

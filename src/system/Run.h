@@ -17,6 +17,8 @@
 
 namespace tessary {
 
+class frmMain;
+
 /// What the run was started for and what became of it; written by modMain, GetJobConfig and MakePDF.
 struct JobState {
   Dictionary CommandLineParameters;
@@ -78,6 +80,14 @@ struct UiState {
   std::string ConfirmedOutputFile;  ///< chosen in a save dialog, which has asked about overwriting; empty: none
 };
 
+struct TrayState {
+  bool ShowProgressFinished = false;         ///< the balloon of the finished document is wanted
+  std::optional<std::int64_t> FinishedTime;  ///< Clock::Ticks when it was asked for; empty: never
+  bool BalloonClosed = false;                ///< it is gone
+  std::uint32_t taskbarCreatedMessage = 0;   ///< number of the message; 0: not asked for yet
+  std::shared_ptr<frmMain> mainForm;         ///< null: nothing has been told of yet
+};
+
 struct Run {
   explicit Run(Host& machine) : host(machine) {}
 
@@ -90,6 +100,7 @@ struct Run {
   MacroState macros;
   GhostscriptState ghostscript;
   UiState ui;
+  TrayState tray;  ///< the last member: its icon goes first
 };
 
 }  // namespace tessary

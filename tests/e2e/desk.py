@@ -86,7 +86,7 @@ class DeskTest(unittest.TestCase):
 
     def settings(self, **values):
         """Writes the user's settings. Nothing in them asks anything."""
-        values = {"showsettings": "never", "showsaveas": "never", "showpdf": "no"} | values
+        values = {"showsettings": "never", "showsaveas": "never", "showpdf": "no", "showprogressfinished": "no"} | values
         folder = pathlib.Path(self.environment["XDG_CONFIG_HOME"]) / "Tessary" / "PDF Printer"
         folder.mkdir(parents=True, exist_ok=True)
         lines = ["[PDF Printer]"] + [f"  {key}={value}" for key, value in values.items()]

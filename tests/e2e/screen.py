@@ -122,11 +122,10 @@ class Screen:
             rows.append(bytes(pixels))
         return width, height, rows
 
-    def picture(self, name, window=None):
-        """Puts what is seen, once it stands still, into the folder of pictures."""
-        before = None
-        now = self.pixels(window)
-        while now != before:
+    def picture(self, name, window=None, moving=False):
+        """Puts what is seen, once it stands still unless it is moving, into the folder of pictures."""
+        before, now = None, self.pixels(window)
+        while not moving and now != before:
             time.sleep(0.06)
             before, now = now, self.pixels(window)
         folder = pathlib.Path(os.environ.get("TESSARY_SHOTS") or self.root)

@@ -306,6 +306,47 @@ TEST_P(HostContract, TheSystemNamesItself) {
   EXPECT_EQ(host_.machineSettings.OpenKey(registry::kLocalMachine, R"(SOFTWARE\No\Such)", registry::kRead), 0u);
 }
 
+TEST_P(HostContract, TheTimerTicksWhileTheQueueRuns) {
+  int ticks = 0;
+  NotificationArea& area = host_.notificationArea;
+  area.StartTimer(10, [&] {
+    if (++ticks == 3) area.StopTimer();
+  });
+  host_.clock.SleepFor(50);
+  EXPECT_EQ(ticks, 0) << "nobody has let the queue run";
+  host_.desktop.PumpMessages();
+  EXPECT_EQ(ticks, 1) << "late ticks are not made up for";
+  for (int i = 0; i < 5; ++i) {
+    host_.clock.SleepFor(20);
+    host_.desktop.PumpMessages();
+  }
+  EXPECT_EQ(ticks, 3);
+}
+
+TEST_P(HostContract, ABalloonThatNobodySeesIsGoneAtOnce) {
+  NotificationArea& area = host_.notificationArea;
+  std::vector<std::int64_t> heard;
+  NotifyIconData record;
+  record.window = area.OpenWindow([&](std::uint32_t message, std::int64_t, std::int64_t low) {
+    EXPECT_EQ(message, notify::kCallbackMessage);
+    heard.push_back(low);
+  });
+  EXPECT_NE(record.window, 0);
+  EXPECT_NE(area.IconNamed("working11"), 0);
+  EXPECT_NE(area.IconNamed("working11"), area.IconNamed("finished"));
+  record.icon = area.IconNamed("finished");
+  record.flags = notify::kFlagInfo;
+  area.Notify(notify::kAdd, record);
+  EXPECT_TRUE(heard.empty());
+  host_.desktop.PumpMessages();
+  EXPECT_EQ(heard, std::vector<std::int64_t>{notify::kBalloonHide});
+  area.Notify(notify::kModify, record);
+  area.Notify(notify::kDelete, record);
+  area.CloseWindow(record.window);
+  host_.desktop.PumpMessages();
+  EXPECT_EQ(heard.size(), 1u);
+}
+
 TEST_P(HostContract, ABoxThatNobodySeesAnswersHarmlessly) {
   testing::internal::CaptureStderr();
   const std::pair<std::int32_t, std::int32_t> cases[] = {

@@ -124,9 +124,23 @@ class FaultyProcesses : public Processes {
 
 /// `host` with another interface for its files, or its processes.
 inline Host WithParts(const Host& host, Files& files, Processes& processes) {
-  return {files,           processes,        host.ghostscripts, host.machineSettings, host.shell,
-          host.desktop,    host.clock,       host.system,       host.components,      host.paths,
-          host.codePage,   host.lfEndsLines, host.programFile,  host.workingFolder,   host.standardInput,
+  return {files,
+          processes,
+          host.ghostscripts,
+          host.machineSettings,
+          host.shell,
+          host.desktop,
+          host.notificationArea,
+          host.windowManager,
+          host.clock,
+          host.system,
+          host.components,
+          host.paths,
+          host.codePage,
+          host.lfEndsLines,
+          host.programFile,
+          host.workingFolder,
+          host.standardInput,
           host.commandLine};
 }
 inline Host WithFiles(const Host& host, Files& files) { return WithParts(host, files, host.processes); }

@@ -25,6 +25,7 @@
 #include "tests/support/SimulatedFiles.h"
 #include "tests/support/SimulatedParts.h"
 #include "tests/support/SimulatedProcesses.h"
+#include "tests/support/SimulatedTray.h"
 
 namespace tessary {
 
@@ -47,6 +48,8 @@ class SimulatedMachine {
   SimulatedRegistry registry;
   SimulatedShell shell{journal};
   SimulatedDesktop desktop{journal};
+  SimulatedNotificationArea notificationArea{clock};
+  SimulatedWindows windows;
   SimulatedSystem system;
   SimulatedComponents components;
 
@@ -57,6 +60,8 @@ class SimulatedMachine {
              registry,
              shell,
              desktop,
+             notificationArea,
+             windows,
              clock,
              system,
              components,

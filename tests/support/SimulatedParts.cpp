@@ -101,6 +101,7 @@ std::int32_t SimulatedDesktop::PickColor(const std::string& title, std::int32_t 
 void SimulatedDesktop::PumpMessages() {
   ++pumped;
   if (onPump) onPump();
+  if (onQueue) onQueue();
 }
 
 std::optional<std::string> SimulatedShell::SpecialFolder(std::int32_t id) {

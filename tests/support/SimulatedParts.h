@@ -62,7 +62,8 @@ class SimulatedDesktop : public Desktop {
   std::vector<std::string> colorPickers;  ///< their titles
   std::int32_t pickedColor = -1;          ///< -1: cancelled
   int pumped = 0;
-  std::function<void()> onPump;  ///< an event handler that the message queue runs
+  std::function<void()> onPump;   ///< an event handler that the message queue runs
+  std::function<void()> onQueue;  ///< the handlers of the machine itself
 
   BoxAnswer ShowBox(const std::string& text, const std::string& caption, std::int32_t flags) override;
   bool ShowForm(Form& form) override;

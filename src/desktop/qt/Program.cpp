@@ -10,8 +10,11 @@
 #include "desktop/qt/FormWindow.h"
 #include "desktop/qt/MessageBoxes.h"
 #include "desktop/qt/Pickers.h"
+#include "desktop/qt/Pictures.h"
 #include "desktop/qt/Server.h"
 #include "desktop/qt/Style.h"
+#include "desktop/qt/Tray.h"
+#include "desktop/qt/Windows.h"
 
 namespace tessary {
 
@@ -43,10 +46,13 @@ int RunDesktopProgram(int argc, char** argv) {
   if (words.load(QLocale::system(), QStringLiteral("qtbase"), QStringLiteral("_"),
                  QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
     QApplication::installTranslator(&words);
+  QApplication::setWindowIcon(PictureIcon("tessary"));
   Server server(Channel(std::move(line)));
   const MessageBoxes boxes(server);
   const FormWindows forms(server);
   const Pickers pickers(server);
+  const Tray tray(server);
+  ServeWindowOrder(server);
   return QApplication::exec();
 }
 

@@ -12,9 +12,11 @@
 #include "host/posix/PosixFiles.h"
 #include "host/posix/PosixGhostscripts.h"
 #include "host/posix/PosixMachineSettings.h"
+#include "host/posix/PosixNotificationArea.h"
 #include "host/posix/PosixProcesses.h"
 #include "host/posix/PosixShell.h"
 #include "host/posix/PosixSystem.h"
+#include "host/posix/PosixWindowManager.h"
 
 namespace tessary {
 
@@ -54,28 +56,40 @@ struct PosixMachine::Parts {
   PosixGhostscripts ghostscripts;
   PosixMachineSettings machineSettings;
   PosixShell shell;
-  PosixDesktop terminal;
+  PosixDesktop desktop{[this] { notificationArea.RunQueue(); }};
+  PosixNotificationArea notificationArea{desktop.terminal()};
+  PosixWindowManager windowManager;
   PosixClock clock;
   PosixSystem system;
   PosixComponents components;
   Host host;
 
-  Parts(std::string commandLine, Desktop* screen)
-      : host{files,          processes,
-             ghostscripts,   machineSettings,
-             shell,          screen != nullptr ? *screen : terminal,
-             clock,          system,
-             components,     PathStyle::Posix(),
-             CodePage::Utf8, true,
-             ProgramFile(),  WorkingFolder(),
-             "/dev/stdin",   std::move(commandLine)} {}
+  Parts(std::string commandLine, const Display* display)
+      : host{files,
+             processes,
+             ghostscripts,
+             machineSettings,
+             shell,
+             display != nullptr ? display->desktop : desktop,
+             display != nullptr ? display->notificationArea : notificationArea,
+             display != nullptr ? display->windowManager : windowManager,
+             clock,
+             system,
+             components,
+             PathStyle::Posix(),
+             CodePage::Utf8,
+             true,
+             ProgramFile(),
+             WorkingFolder(),
+             "/dev/stdin",
+             std::move(commandLine)} {}
 };
 
-PosixMachine::PosixMachine(int argc, const char* const* argv, Desktop* screen) {
+PosixMachine::PosixMachine(int argc, const char* const* argv, const Display* display) {
   SettleProcess();
   std::vector<std::string> arguments;
   if (argc > 1) arguments.assign(argv + 1, argv + argc);
-  parts_ = std::make_unique<Parts>(JoinParameters(arguments), screen);
+  parts_ = std::make_unique<Parts>(JoinParameters(arguments), display);
 }
 
 PosixMachine::~PosixMachine() = default;
