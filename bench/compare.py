@@ -150,6 +150,7 @@ def main():
             report(f"{pages} pages: gui, bare gs, ratio", f"{ours * 1000:.1f} ms {theirs * 1000:.1f} ms {ours / theirs:.3f}",
                    f"at most {target}")
             report(f"{pages} pages: peak memory of gui", f"{peak_memory(run, environment) / 1000:.1f} MB", "below 10 MB")
+        compare_icon(run, environment)
         source, background, output = root / "500.ps", root / "letterhead.pdf", root / "out.pdf"
         source.write_text(document(500), newline="")
         background.write_bytes(letterhead())
@@ -163,7 +164,6 @@ def main():
                "at most 1 s more")
         report("500 pages: size, with a letterhead of 2 MB", f"{plain_bytes / 1000:.0f} kB {output.stat().st_size / 1000:.0f} kB",
                "at most 2 MB more")
-        compare_icon(run, environment)
         missing = statistics.median(seconds([gui, "sessionid=bench", f"ps={root}/none.ps"], environment, expected=1)
                                     for _ in range(15))
         report("a missing file", f"{missing * 1000:.1f} ms", "below 10 ms")

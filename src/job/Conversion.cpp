@@ -51,7 +51,7 @@ void ConvertToPdf(Run& run, Dictionary& config, const JobFiles& files, const std
 }
 
 void Merge(Run& run, Dictionary& config, const JobFiles& files, const std::string& mergeFile) {
-  ShowMergeProgress(run, config);
+  TellOfMerge(run, config);
   const auto& [parameters, standardOutput] = files.merge;
   WriteLog(run, "Merge parameters: " + parameters);
   const bool jobFirst = ToLower(config.Text("mergeposition")) == "top";

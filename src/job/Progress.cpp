@@ -8,7 +8,6 @@ namespace tessary {
 
 namespace {
 
-/// True unless the setting is "no".
 bool IsWanted(Dictionary& config, const std::string& key) { return ToLower(config.Text(key)) != "no"; }
 
 }  // namespace
@@ -20,7 +19,7 @@ void BeginProgress(Run& run, Dictionary& config) {
   MainForm(run).ShowTrayIcon();
 }
 
-void ShowMergeProgress(Run& run, Dictionary& config) {
+void TellOfMerge(Run& run, Dictionary& config) {
   if (IsWanted(config, "showprogress"))
     MainForm(run).SetTip(Translate(run, "[L162]PDF merge operation in progress..."));
   run.host.desktop.PumpMessages();

@@ -1,4 +1,5 @@
-// What a person sees of a job on its way: the turning icon with its tip, and the balloon at the end.
+// What the notification area tells of a job, where its settings `showprogress` and `showprogressfinished` do
+// not say "no".
 #pragma once
 
 #include <string>
@@ -8,14 +9,14 @@
 
 namespace tessary {
 
-/// Shows the icon, unless `showprogress` is "no", and notes whether `showprogressfinished` wants the balloon.
+/// The icon begins to turn. Sets `run.tray.ShowProgressFinished`.
 void BeginProgress(Run& run, Dictionary& config);
 
-/// The tip tells of the merge from here on.
-void ShowMergeProgress(Run& run, Dictionary& config);
+/// The tip tells of the merge, until pages are counted again.
+void TellOfMerge(Run& run, Dictionary& config);
 
-/// Ends the progress with the balloon that names `output`, or with nothing where none is wanted or the delivery
-/// failed.
+/// The document lies at `output`, or `failed` to get there: the balloon tells of it and `run.tray.FinishedTime`
+/// is set, or the icon goes.
 void EndProgress(Run& run, const std::string& output, bool failed);
 
 }  // namespace tessary

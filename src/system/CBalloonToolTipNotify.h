@@ -6,8 +6,8 @@
 //   tt.SetVisible(true);
 //   tt.ShowNotifyBalloonTip("The file is there.", "Done", notify::kIconInfo, 0);
 //
-// It owns the platform's record and a hidden window; both live as long as the object, and the icon goes with it.
-// Nothing here fails: without a notification area, or without the window, the calls have no visible effect.
+// It owns the platform's record and a hidden window; both live as long as the object, and the icon goes with
+// it. Nothing here fails: without a notification area, or without the window, the calls have no visible effect.
 #pragma once
 
 #include <cstdint>

@@ -12,19 +12,21 @@ const std::string kTemp = R"(C:\Temp\Tessary\PDF Printer)";
 struct ProgressTest : testing::Test {
   using Notification = SimulatedNotificationArea::Notification;
 
-  /// Runs a job of two pages with these settings, for 1.5 seconds.
-  std::int32_t Start(const std::string& settings, int exitCode = 0) {
+  ProgressTest() {
     machine.registry.Set(R"(HKEY_LOCAL_MACHINE\SOFTWARE\GPL Ghostscript\8.54\GS_DLL)",
                          R"(C:\gs\bin\gsdll32.dll)");
     machine.files.Put(R"(C:\gs\bin\gswin32c.exe)", "program");
     machine.files.Put(R"(C:\a.ps)", "%!PS");
+    machine.host().commandLine = R"(sessionid=x ps=C:\a.ps)";
+  }
+  /// Runs a job of two pages, which takes Ghostscript 1.5 seconds.
+  std::int32_t Start(const std::string& settings, int exitCode = 0) {
     machine.files.Put(R"(C:\Documents and Settings\ann\Application Data\Tessary\PDF Printer\settings.ini)",
                       "[PDF Printer]\r\nsuppresserrors=yes\r\n" + settings);
-    machine.processes.Expect("*gswin32c.exe*")
+    machine.processes.Expect("*x_params.gs*")
         .Writes(kTemp + R"(\x_params.out)", "%%[Page: 2]%%\r\n", 300)
         .Writes(kTemp + R"(\x_printer.pdf)", "document", 800)
         .Exits(exitCode, 1500);
-    machine.host().commandLine = R"(sessionid=x ps=C:\a.ps)";
     return Main(run);
   }
   /// What was shown, without repetitions: tips, "balloon" and "gone".
@@ -84,6 +86,15 @@ TEST_F(ProgressTest, WithoutABalloonTheIconGoesWithTheJob) {
 TEST_F(ProgressTest, NothingIsShownWhereNothingIsWanted) {
   Start("output=D:\\out.pdf\r\nshowprogress=No\r\nshowprogressfinished=no\r\n");
   EXPECT_TRUE(machine.notificationArea.notified.empty());
+}
+
+TEST_F(ProgressTest, AMergeIsToldOf) {
+  machine.files.Put(R"(D:\old.pdf)", "older");
+  machine.processes.Expect("*x_me_param.gs*").Writes(kTemp + R"(\x_merge.pdf)", "merged").Exits(0, 1500);
+  EXPECT_EQ(Start("output=D:\\out.pdf\r\nmergefile=D:\\old.pdf\r\nshowprogressfinished=no\r\n"),
+            exitcodes::kDone);
+  EXPECT_EQ(Shown(),
+            "Creating PDF Document...; 2 pages created...; PDF merge operation in progress...; gone; ");
 }
 
 TEST_F(ProgressTest, AFailedJobHasNoBalloon) {

@@ -8,26 +8,36 @@
 
 namespace tessary {
 
-Tray::Tray(Server& server) : server_(server), balloon_(icon_, [this](std::uint32_t what) { Report(what); }) {
+Tray::Tray(Server& server) : server_(server) {
   server.Handle(MessageKind::ShowTray,
                 [this](const std::string& content) { ShowIcon(wire::Decode<TrayIconRequest>(content)); });
-  server.Handle(MessageKind::HideTray, [this](const std::string&) { icon_.hide(); });
-  server.Handle(MessageKind::ShowBalloon, [this](const std::string& content) {
-    balloon_.Show(wire::Decode<BalloonRequest>(content), picture_);
+  server.Handle(MessageKind::HideTray, [this](const std::string&) {
+    if (icon_) icon_->hide();
   });
-  QObject::connect(&icon_, &QSystemTrayIcon::activated,
+  server.Handle(MessageKind::ShowBalloon, [this](const std::string& content) {
+    Open();
+    balloon_->Show(wire::Decode<BalloonRequest>(content), picture_);
+  });
+}
+
+void Tray::Open() {
+  if (icon_) return;
+  icon_ = std::make_unique<QSystemTrayIcon>();
+  balloon_ = std::make_unique<Balloon>(*icon_, [this](std::uint32_t what) { Report(what); });
+  QObject::connect(icon_.get(), &QSystemTrayIcon::activated,
                    [this](QSystemTrayIcon::ActivationReason reason) { ReportClick(reason); });
 }
 
 void Tray::ShowIcon(const TrayIconRequest& request) {
+  Open();
   if (request.picture != picture_) {
     picture_ = request.picture;
     QIcon& icon = pictures_[picture_];
     if (icon.isNull()) icon = PictureIcon(picture_);
-    icon_.setIcon(icon);
+    icon_->setIcon(icon);
   }
-  icon_.setToolTip(QString::fromStdString(request.tip));
-  if (!picture_.empty()) icon_.show();
+  icon_->setToolTip(QString::fromStdString(request.tip));
+  if (!picture_.empty()) icon_->show();
 }
 
 void Tray::Report(std::uint32_t what) {
