@@ -28,7 +28,7 @@ TEST(Wire, EveryBeginningOfAMessageIsRead) {
   std::vector<ControlState> controls;
   wire::Reader reader(whole);
   reader(state, controls);
-  ASSERT_EQ(controls.size(), 24u);
+  ASSERT_EQ(controls.size(), 23u);
   EXPECT_EQ(controls[3].control.text, "/home/ann/out.pdf");
   EXPECT_EQ(controls[state.okButton].control.name, "cmdOK");
 }

@@ -44,6 +44,8 @@ class ScreenTest(desk.DeskTest):
 
     def look(self, name):
         (self.root / "config" / "kdeglobals").write_text(DARK)
+        for variable in set().union(*LOOKS.values()):
+            self.environment.pop(variable, None)
         self.environment |= LOOKS[name]
 
     def ended(self, process):

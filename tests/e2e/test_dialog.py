@@ -21,9 +21,13 @@ class DialogTest(ScreenTest):
         self.settings(showsettings="always", showprogress="no", showprogressfinished="no", output=self.output,
                       usedefaultauthor="no", usedefaulttitle="no")
 
+    def start_job(self):
+        document = desk.document("Text").replace(b"\n", b"\r\n")
+        return self.start("gui", "sessionid=job", "printer=Office", f"ps={self.file('a.ps', document)}")
+
     def open(self, title=DIALOG):
         """Starts a job; gives its process and the window that comes up."""
-        process = self.start("gui", "sessionid=job", "printer=Office", f"ps={self.file('a.ps', desk.document('Text'))}")
+        process = self.start_job()
         return process, self.screen.await_window(title)
 
     def assertCancelled(self, process):
@@ -85,7 +89,7 @@ class CreatePdf(DialogTest):
         alone = Screen(window_manager=False)
         self.addCleanup(alone.close)
         self.environment["DISPLAY"] = alone.display
-        process = self.start("gui", "sessionid=job", "printer=Office", f"ps={self.file('a.ps', desk.document('Text'))}")
+        process = self.start_job()
         wait_for(lambda: alone.windows(DIALOG), "the dialog")
         alone.picture("without-manager")
         alone.server.send_signal(signal.SIGKILL)
@@ -112,8 +116,7 @@ class CreatePdf(DialogTest):
         for name, labels in (("german", german), ("japanese", japanese), ("long", long)):
             with self.subTest(name):
                 (self.programs / "labels.txt").write_text(labels)
-                process = self.start("gui", "sessionid=job", "printer=Office",
-                                     f"ps={self.file('a.ps', desk.document('Text'))}")
+                process = self.start_job()
                 wait_for(lambda: "Office" in (self.screen.active() or ""), "the dialog")
                 window = self.screen.xdotool("getactivewindow")
                 for tab in TABS:
