@@ -13,13 +13,15 @@ namespace {
 constexpr std::size_t kHeadBytes = 1024;  // readers look for the mark of a PDF this far
 
 // Pictures are kept without loss and JPEGs as they are; the job's own settings treat them afterwards. Level 1.4
-// is the highest that keeps all objects in plain text.
+// is the highest that keeps all objects in plain text. A page with a fault somewhere is drawn as far as it
+// goes, as readers do, and so undefines what the dialect defines for runs that read PDFs.
 constexpr std::string_view kSwitches = R"(-sDEVICE#pdfwrite
 -dCompatibilityLevel#1.4
 -dFirstPage#1
 -dLastPage#1
 -dUseCropBox
 -dPreserveAnnots#false
+-uPDFSTOPONERROR
 -dAutoRotatePages#/None
 -dAutoFilterColorImages#false
 -dAutoFilterGrayImages#false

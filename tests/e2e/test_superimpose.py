@@ -127,8 +127,10 @@ class Pages(SuperimposeTest):
                 subprocess.run(["qpdf", *options, plain, other], check=True)
                 self.printed(other, job("one"))
                 self.assertSquare(Picture(self.output))
-        self.printed(self.file("damaged.pdf", plain.read_bytes().replace(b"startxref", b"startxxxx")), job("one"))
-        self.assertSquare(Picture(self.output))
+        for damage in ((b"startxref", b"startxxxx"), (b"BT /F 20", b"BT /G )>")):
+            with self.subTest(damage):
+                self.printed(self.file("damaged.pdf", plain.read_bytes().replace(*damage)), job("one"))
+                self.assertSquare(Picture(self.output))
 
     def test_transparency_stays_and_a_picture_is_held_once(self):
         size, noise = 200, random.Random(1)
@@ -227,8 +229,8 @@ class Failures(SuperimposeTest):
                 ("missing.pdf", None, 1011, "missing.pdf' does not exist."),
                 ("text.pdf", b"%!PS\n", 1011, "It is no PDF."),
                 ("locked.pdf", None, 1007, "password"),
-                ("cut.pdf", good.read_bytes()[:200], 1007, "Unrecoverable error"),
-                ("garbage.pdf", b"%PDF-1.4\n" + bytes(range(256)), 1007, "Unrecoverable error"),
+                ("cut.pdf", good.read_bytes()[:200], 1007, "There is no page that can be read."),
+                ("garbage.pdf", b"%PDF-1.4\n" + bytes(range(256)), 1007, "There is no page that can be read."),
                 ("empty.pdf", pdf(), 1007, "There is no page that can be read.")):
             with self.subTest(name):
                 path = self.file(name, content) if content else self.root / name

@@ -9,6 +9,7 @@
 -dLastPage#1
 -dUseCropBox
 -dPreserveAnnots#false
+-uPDFSTOPONERROR
 -dAutoRotatePages#/None
 -dAutoFilterColorImages#false
 -dAutoFilterGrayImages#false
