@@ -9,6 +9,7 @@
 #include "system/FileHelpers.h"
 #include "system/Paths.h"
 #include "system/modCustom.h"
+#include "system/modStealFocus.h"
 #include "system/ucAbout.h"
 #include "ui/Binding.h"
 #include "ui/ChoiceLists.h"
@@ -60,6 +61,14 @@ std::string DefaultFolderFor(Run& run, const std::string& output) {
   return documents ? JoinPath(style, *documents, "") : std::string();
 }
 
+/// The dialog of a print job comes up ahead of the program that printed.
+void BringToFront(Run& run, std::int64_t window) {
+  constexpr std::uint32_t kInPlace = windows::kNoSize | windows::kNoMove;
+  SetTopMost(run, window, true, kInPlace);
+  SetTopMost(run, window, false, kInPlace);
+  ForceForeground(run, window);
+}
+
 bool IsPlaceForFiles(Run& run, const std::string& folder) {
   return FolderExists(run, folder) || DriveExists(run, folder) || IsUncShareRoot(run.host.paths, folder);
 }
@@ -97,6 +106,7 @@ void frmPrintConfig::AttachEvents() {
   }
   Control& strip = form_["tc"];
   strip.click = [&strip] { ShowSelectedPage(strip); };
+  form_.shown = [this] { BringToFront(run_, form_.window); };
   form_.keyDown = [this, &strip](const KeyPress& press) { return HandleTabKey(form_, strip, press); };
 
   Control& output = form_["txtPDFFileName"];
