@@ -48,7 +48,7 @@ TEST_F(GhostscriptTest, ParameterFile) {
                          R"( b.ps)"});
   ExpectGolden("params.gs", machine.files.Text(kParameters));
   settings.Set("watermarktext", "DRAFT");
-  WritePdfParameterFile(run, kParameters, "o", settings, kOutput, {});
+  WritePdfParameterFile(run, kParameters, "o", settings, false, kOutput, {});
   EXPECT_NE(machine.files.Text(kParameters).find("-sFONTPATH#\"C:\\WINDOWS\\Fonts\"\r\n"), std::string::npos);
   settings.Set("target", "");
   WritePdfParameterFile(run, kParameters, "o", settings, false, kOutput, {});
