@@ -7,9 +7,9 @@ namespace tessary {
 
 /// Values of the order of windows, those of the Windows platform.
 namespace windows {
-inline constexpr std::int64_t kTopMost = -1, kNotTopMost = -2;                     // places in the order
-inline constexpr std::uint32_t kNoSize = 1, kNoMove = 2, kHideWindow = 128;        // flags of SetPosition
-inline constexpr std::int32_t kShow = 5, kRestore = 9;                             // modes of Show
+inline constexpr std::int64_t kTopMost = -1, kNotTopMost = -2;               // places in the order
+inline constexpr std::uint32_t kNoSize = 1, kNoMove = 2, kHideWindow = 128;  // flags of SetPosition
+inline constexpr std::int32_t kShow = 5, kRestore = 9;                       // modes of Show
 }  // namespace windows
 
 /// A window is the number that Form::window has while the form is shown; 0 is none and makes every call fail.

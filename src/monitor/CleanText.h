@@ -3,8 +3,8 @@
 
 #include <string_view>
 
-#include "system/Blocks.h"
 #include "monitor/Passages.h"
+#include "system/Blocks.h"
 
 namespace tessary {
 

@@ -4,10 +4,10 @@
 #include <string_view>
 
 #include "monitor/Ascii85.h"
-#include "system/Blocks.h"
 #include "monitor/CleanText.h"
 #include "monitor/DocumentRange.h"
 #include "monitor/Passages.h"
+#include "system/Blocks.h"
 
 namespace tessary {
 

@@ -15,8 +15,7 @@ constexpr std::int32_t kTickMilliseconds = 100;
 
 frmMain::frmMain(Run& run) : run_(run) {
   NotificationArea& area = run_.host.notificationArea;
-  for (std::size_t i = 0; i < kFrames; ++i)
-    picTray_[i].handle = area.IconNamed("working" + std::to_string(i));
+  for (std::size_t i = 0; i < kFrames; ++i) picTray_[i].handle = area.IconNamed("working" + std::to_string(i));
   picCheck_.handle = area.IconNamed("finished");
 }
 

@@ -63,7 +63,11 @@ TEST_F(JobTest, BecomesADocument) {
   EXPECT_EQ(log, R"(Command Line: sessionid=x ps="C:\jobs\a b.ps" doc="A job" printer="PDF Printer")"
                  "\nShow GUI\nLook for settings in " +
                      kSettings.substr(0, kSettings.rfind('\\')) + "\\runonce.ini\nLook for settings in " +
-                     kSettings + "\nLoad settings from " + kSettings + "\nParameters\nGhostscript\n");
+                     kSettings + "\nLoad settings from " + kSettings +
+                     "\nPatch\nBegin PatchPostScriptFile\nOpen: C:\\jobs\\a b.ps"
+                     "\nOpen: " +
+                     kTemp +
+                     "\\x_patched.ps\nClose files\nEnd PatchPostScriptFile\nHeader\nParameters\nGhostscript\n");
 }
 
 TEST_F(JobTest, WithoutOutputDoesNothing) {
