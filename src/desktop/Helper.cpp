@@ -4,6 +4,7 @@
 #include <array>
 #include <climits>
 #include <cstdlib>
+#include <poll.h>
 #include <unistd.h>
 
 #include "host/posix/ChildProcess.h"
@@ -11,6 +12,8 @@
 namespace tessary {
 
 namespace {
+
+constexpr int kStartMilliseconds = 20000;
 
 bool IsDisplayNamed() {
   constexpr std::array kVariables{"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"};
@@ -40,9 +43,18 @@ Message Helper::SendAndWait(MessageKind kind, const std::string& content) {
   return Send(kind, content) ? Wait() : Message{};
 }
 
+Message Helper::Receive() {
+  listens_ = true;
+  return channel_.Receive();
+}
+
 Message Helper::Wait() {
+  // A display can take the connection and never answer.
+  pollfd entry{channel_.Fd(), POLLIN, 0};
+  if (!listens_ && IsRunning() && !PollUntil(MonotonicMilliseconds() + kStartMilliseconds, &entry, 1))
+    channel_.Close();
   while (true) {
-    Message message = channel_.Receive();
+    Message message = Receive();
     if (message.kind < MessageKind::Notices) return message;
     if (notice) notice(message);
   }
@@ -50,7 +62,7 @@ Message Helper::Wait() {
 
 void Helper::Pump() {
   while (channel_.HasMessage()) {
-    const Message message = channel_.Receive();
+    const Message message = Receive();
     if (message.kind > MessageKind::Notices && notice) notice(message);
   }
 }

@@ -13,8 +13,8 @@ class Helper {
  public:
   /// `program` is its full path.
   explicit Helper(std::string program) : program_(std::move(program)) {}
-  /// One that runs already, at the other end of `channel`.
-  explicit Helper(Channel channel) : tried_(true), channel_(std::move(channel)) {}
+  /// One that runs and listens already, at the other end of `channel`.
+  explicit Helper(Channel channel) : tried_(true), listens_(true), channel_(std::move(channel)) {}
 
   /// True if the helper runs. It is started if it has not been yet, the program is there and so is a display.
   bool Start();
@@ -26,7 +26,7 @@ class Helper {
   [[nodiscard]] bool HasRoom() const { return channel_.HasRoom(); }
   /// Gives the turn away with a message and waits until it comes back. None if the helper is gone.
   Message SendAndWait(MessageKind kind, const std::string& content = {});
-  /// Waits for the turn. None if the helper is gone.
+  /// Waits for the turn. None if the helper is gone, or has not reached its display within 20 seconds.
   Message Wait();
   /// Handles the notices that wait, and returns. Costs nothing before the helper has been started.
   void Pump();
@@ -34,8 +34,11 @@ class Helper {
   std::function<void(const Message&)> notice{};  ///< takes what comes without a turn
 
  private:
+  Message Receive();
+
   std::string program_;
   bool tried_ = false;
+  bool listens_ = false;  ///< it has said something
   Channel channel_;
 };
 

@@ -38,6 +38,7 @@ enum class MessageKind : std::uint16_t {
   FormEvent,    ///< UserEvent
   // Those behind this one do not, and may come at any time.
   Notices = 100,
+  Ready,      ///< the first one: the helper has reached a display and listens
   TrayEvent,  ///< TrayEvent
 };
 

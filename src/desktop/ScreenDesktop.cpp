@@ -11,6 +11,22 @@ namespace {
 /// The queue has run only just when it ran within this time.
 constexpr std::int64_t kPumpMilliseconds = 10;
 
+/// Takes the form off the screen again, also when one of its events fails.
+class OnScreen {
+ public:
+  OnScreen(Helper& helper, Form& form) : helper_(helper), form_(form) {}
+  OnScreen(const OnScreen&) = delete;
+  OnScreen& operator=(const OnScreen&) = delete;
+  ~OnScreen() {
+    helper_.Send(MessageKind::CloseForm);
+    form_.window = 0;
+  }
+
+ private:
+  Helper& helper_;
+  Form& form_;
+};
+
 }  // namespace
 
 BoxAnswer ScreenDesktop::ShowBox(const std::string& text, const std::string& caption, std::int32_t flags) {
@@ -25,6 +41,7 @@ BoxAnswer ScreenDesktop::ShowBox(const std::string& text, const std::string& cap
 bool ScreenDesktop::ShowForm(Form& form) {
   if (!helper_.Start()) return false;
   FormMirror mirror(form);
+  const OnScreen onScreen(helper_, form);
   helper_.Send(MessageKind::ShowForm, mirror.Changes());
   Message message = helper_.SendAndWait(MessageKind::Resume, wire::Encode(KeyAnswer{}));
   while (message.kind != MessageKind::None) {
@@ -40,12 +57,10 @@ bool ScreenDesktop::ShowForm(Form& form) {
       helper_.Send(MessageKind::UpdateForm, changes);
     message = helper_.SendAndWait(MessageKind::Resume, wire::Encode(KeyAnswer{swallowed}));
   }
-  helper_.Send(MessageKind::CloseForm);
   if (message.kind == MessageKind::None) {
     if (form.window == 0) return terminal_.ShowForm(form);
     form.CloseBox();
   }
-  form.window = 0;
   return true;
 }
 

@@ -58,8 +58,8 @@ bool WriteDeviceParameterFile(Run& run, const std::string& parameterFile, std::s
   const bool hasBackground = known != kDevices.end() && known->extension == kPng && !background.empty();
   outputFile += "." + extension;
 
-  std::vector<std::string> tokens{
-      "-q", "-dSAFER", "-dNOPAUSE", "-dBATCH", QuotedSwitch("stdout", stdoutFile), "-sDEVICE#" + device};
+  std::vector<std::string> tokens = HeadTokens(stdoutFile);
+  tokens.push_back("-sDEVICE#" + device);
   const auto add = [&](bool wanted, const std::string& token) {
     if (wanted) tokens.push_back(token);
   };

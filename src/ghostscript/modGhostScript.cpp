@@ -6,6 +6,7 @@
 #include "ghostscript/Dialect.h"
 #include "ghostscript/ParameterLines.h"
 #include "ghostscript/modEncryption.h"
+#include "postscript/modMerge.h"
 #include "postscript/modWatermark.h"
 #include "system/Conversions.h"
 #include "system/Error.h"
@@ -30,6 +31,8 @@ std::string ParametersFor(Run& run, Dictionary& settings, const std::string& par
   const std::string text = ReadFile(run, parameterFile);
   GhostscriptAdditions additions = std::exchange(run.ghostscript.nextRun, {});
   additions.pdfPassword = EncodeText(run.host.codePage, GetOpeningPassword(settings));
+  additions.prelude = EncodeText(run.host.codePage, additions.prelude);
+  for (std::string& file : additions.readableFiles) file = EncodeText(run.host.codePage, file);
   const std::string translated = TranslateParameters(text, major, additions);
   if (translated == text) return parameterFile;
   const std::string file = parameterFile + ".run";
@@ -53,8 +56,7 @@ std::string LastWords(Run& run, const std::string& file) {
 
 /// The last conversion alone encrypts, so that a merge can read what the first one made.
 bool EncryptsNow(Dictionary& settings, bool isFinalPass) {
-  const bool willBeMerged = !isFinalPass && !TrimBlanks(settings.Text("mergefile")).empty();
-  return IsEncrypted(settings) && !willBeMerged;
+  return IsEncrypted(settings) && (isFinalPass || !IsMergeRequested(settings));
 }
 
 /// The folders whose fonts Ghostscript may read: the system's, and the one of the stamp's font.
@@ -101,7 +103,7 @@ void RunGhostscript(Run& run, Dictionary& settings, const std::string& parameter
 bool WritePdfParameterFile(Run& run, const std::string& parameterFile, const std::string& outputFile,
                            Dictionary& settings, bool isFinalPass, const std::string& stdoutFile,
                            const std::vector<std::string>& inputFiles) {
-  std::vector<std::string> tokens{"-q", "-dSAFER", "-dNOPAUSE", "-dBATCH", QuotedSwitch("stdout", stdoutFile)};
+  std::vector<std::string> tokens = HeadTokens(stdoutFile);
   if (const std::string target = settings.Text("target"); !target.empty())
     tokens.push_back("-dPDFSETTINGS#/" + ToLower(target));
   std::string text = ParameterLines(tokens);

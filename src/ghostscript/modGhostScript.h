@@ -25,18 +25,16 @@ std::int32_t GetGhostscriptTimeout(Dictionary& settings);
 std::string LocateGhostscript(Run& run, std::int32_t& major, std::int32_t& minor);
 
 /// The version text of an executable, such as "8.54", and its first two numbers; 0.0 when there is none or it
-/// holds no
-/// ".". The program is asked where this machine's Ghostscript can be asked; otherwise the text is the folder
-/// name in the library path "c:/gs/gs<version>/" that is compiled into it. Raises kTypeMismatch for a part that
-/// is no number.
+/// holds no ".". The program is asked where this machine's Ghostscript can be asked; otherwise the text is the
+/// folder name in the library path "c:/gs/gs<version>/" that is compiled into it. Raises kTypeMismatch for a
+/// part that is no number.
 std::string GetGhostscriptVersion(Run& run, const std::string& executablePath, std::int32_t& major,
                                   std::int32_t& minor);
 
 /// Runs Ghostscript once and returns only on success. `outputFile` is the file that the parameter file names
 /// for Ghostscript's standard output; after a failure its text goes into the log and the error. Takes
-/// GhostscriptState::nextRun. Raises
-/// kGhostscriptNotFound, kGhostscriptOld, kGhostscriptTimedOut (the child runs on), kGhostscriptFailed, or
-/// kCommon if it cannot be started.
+/// GhostscriptState::nextRun. Raises kGhostscriptNotFound, kGhostscriptOld, kGhostscriptTimedOut (the child
+/// runs on), kGhostscriptFailed, or kCommon if it cannot be started.
 void RunGhostscript(Run& run, Dictionary& settings, const std::string& parameterFile,
                     const std::string& outputFile);
 

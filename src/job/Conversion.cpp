@@ -10,6 +10,7 @@
 #include "postscript/modSuperimpose.h"
 #include "system/Conversions.h"
 #include "system/FileHelpers.h"
+#include "system/Paths.h"
 #include "system/modLog.h"
 #include "ui/modLocalize.h"
 
@@ -65,8 +66,19 @@ void Merge(Run& run, Dictionary& config, const JobFiles& files, const std::strin
   RemoveUnlessDebugging(run, standardOutput);
 }
 
+/// What an earlier run under this id has left would be delivered behind the images of this job.
+void RemoveOldImages(Run& run, const JobFiles& files) {
+  const PathStyle& style = run.host.paths;
+  const std::string folder = StripTrailingBackslashes(style, ParentFolder(style, files.pages));
+  const std::string head = FileNameOf(style, files.pages);
+  for (const FileInfo& file : run.host.files.List(folder).value)
+    if (file.kind == FileKind::Plain && file.name.starts_with(head))
+      run.host.files.Remove(JoinPath(style, folder, file.name));
+}
+
 Product MakeImages(Run& run, Dictionary& config, const JobFiles& files, const std::string& pdf,
                    bool isPageWise) {
+  RemoveOldImages(run, files);
   Product images{files.pages, "", true, isPageWise};
   const auto& [parameters, standardOutput] = files.device;
   std::string device = files.pages + (isPageWise ? "_%08d" : "");
@@ -78,7 +90,7 @@ Product MakeImages(Run& run, Dictionary& config, const JobFiles& files, const st
 /// The PDF of the job with the merge file, or without it where there is no such file.
 std::string MergedDocument(Run& run, Dictionary& config, const JobFiles& files) {
   if (!IsMergeRequested(config)) return files.document;
-  const std::string mergeFile = TrimBlanks(config.Text("mergefile"));
+  const std::string mergeFile = FullPath(run.host, TrimBlanks(config.Text("mergefile")));
   if (!FileExists(run, mergeFile)) {
     LogLostEncryption(run, config);
     return files.document;

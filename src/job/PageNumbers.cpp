@@ -14,15 +14,6 @@ namespace {
 constexpr int kMostTags = 100;
 constexpr double kWidest = 32767;  // "9e99" is a width too; no path is longer than this
 
-std::vector<std::string> SplitAtCommas(std::string_view text) {
-  std::vector<std::string> pieces;
-  for (std::size_t start = 0, end = 0; end != std::string_view::npos; start = end + 1) {
-    end = text.find(',', start);
-    pieces.push_back(TrimBlanks(text.substr(start, end == std::string_view::npos ? end : end - start)));
-  }
-  return pieces;
-}
-
 /// The first character of a text that is not empty, which may be several bytes.
 std::string FirstCharacter(const std::string& text) {
   std::size_t length = 1;
@@ -32,7 +23,8 @@ std::string FirstCharacter(const std::string& text) {
 
 /// What stands in the place of a tag, of which `inner` is what is between "<" and ">".
 std::string NumberFor(std::string_view inner, std::int32_t page) {
-  const std::vector<std::string> pieces = SplitAtCommas(inner);
+  std::vector<std::string> pieces = Split(inner, ',');
+  for (std::string& piece : pieces) piece = TrimBlanks(piece);
   const double width = pieces.size() > 1 ? RoundHalfEven(LeadingNumber(pieces[1].substr(0, 4))) : 0;
   if (width > kWidest) throw Error(errors::kOverflow, "Overflow");
   std::string pad = "0";

@@ -33,6 +33,9 @@ void WriteStatusFile(Run& run, bool success, const Settings& config, std::int32_
                              "\r\n  PageCount=" + std::to_string(pageCount) +
                              "\r\n  FileCount=" + std::to_string(fileCount) + "\r\n\r\n[Files]\r\n" + fileList +
                              "\r\n\r\n" + GetConfigContent(config);
+    // An older one may be open to others, and would keep its rights; this one can hold passwords.
+    if (const auto old = run.host.files.Find(file); old && old->kind == FileKind::Plain)
+      run.host.files.Remove(file);
     WriteBinaryFile(run, file, LittleEndianUnits(text));
   } catch (const Error& error) {
     throw Error(error.number(),

@@ -199,10 +199,12 @@ bool StaysAfterRun(Run& run, const std::string& name, bool keepLogs) {
 }
 
 /// The session's files begin with its id and go on with something that is no part of an id: the job "1" leaves
-/// the files of the job "10" alone.
+/// the files of the job "10" alone. Without an id they begin with "_"; the log, which has a name of its own, is
+/// none of them then.
 bool IsOfSession(Run& run, const std::string& name) {
   const std::string& session = run.job.SessionId;
-  if (session.empty() || name.size() <= session.size()) return false;
+  if (session.empty()) return name.starts_with('_') && !ToLower(name).ends_with(".log");
+  if (name.size() <= session.size()) return false;
   const std::string head = name.substr(0, session.size());
   const bool same = run.host.paths.ignoresCase ? ToLower(head) == ToLower(session) : head == session;
   return same && (name[session.size()] == '_' || name[session.size()] == '.');

@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "config/modSpecialFolders.h"
+#include "ghostscript/ParameterLines.h"
 #include "system/Conversions.h"
 #include "system/FileHelpers.h"
 
@@ -108,9 +109,9 @@ void WriteUnderlayParameterFile(Run& run, const std::string& parameterFile, cons
                                 const std::string& pageFile, const std::string& stdoutFile) {
   const std::string fonts = GetSpecialFolder(run, folders::kFonts).value_or("");
   WriteTextFile(run, parameterFile,
-                "-q\r\n-dSAFER\r\n-dNOPAUSE\r\n-dBATCH\r\n-sstdout#\"" + stdoutFile + "\"\r\n" +
-                    WithLineEnds(kSwitches) + "-sFONTPATH#\"" + fonts + "\"\r\n-sOutputFile#\"" + pageFile +
-                    "\"\r\n-f\r\n\"" + inputFile + "\"\r\n-c\r\n" + std::string(kPageCheck) + "\r\n");
+                ParameterLines(HeadTokens(stdoutFile)) + WithLineEnds(kSwitches) + "-sFONTPATH#\"" + fonts +
+                    "\"\r\n-sOutputFile#\"" + pageFile + "\"\r\n-f\r\n\"" + inputFile + "\"\r\n-c\r\n" +
+                    std::string(kPageCheck) + "\r\n");
 }
 
 void RemovePageGroup(Run& run, const std::string& pageFile) {

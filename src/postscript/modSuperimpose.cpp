@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "ghostscript/ParameterLines.h"
 #include "ghostscript/modGhostScript.h"
 #include "postscript/Underlay.h"
 #include "system/Conversions.h"
@@ -46,10 +47,11 @@ const EpsDevice& Eps2Write() {
 }
 
 void WriteEpsParameterFile(Run& run, const Background& background, const EpsDevice& device) {
-  std::string text = "-q\r\n-dSAFER\r\n-dNOPAUSE\r\n-dBATCH\r\n-sstdout#\"" + background.output + "\"\r\n";
-  for (const std::string& token : device.switches) text.append(token).append("\r\n");
-  text += "-sOutputFile#\"" + background.fullEps + "\"\r\n\"" + background.file + '"';
-  WriteTextFile(run, background.parameters, text);
+  std::vector<std::string> tokens = HeadTokens(background.output);
+  tokens.insert(tokens.end(), device.switches.begin(), device.switches.end());
+  tokens.push_back(QuotedSwitch("OutputFile", background.fullEps));
+  // The last line has no line end, in this one kind of file.
+  WriteTextFile(run, background.parameters, ParameterLines(tokens) + '"' + background.file + '"');
 }
 
 /// What of a page's EPS can be pasted into another page.
@@ -119,6 +121,7 @@ void CreateSuperimposeEpsFiles(Run& run, Dictionary& settings, const std::string
   }
   if (version < kFirstWithUnderlay) return;
   run.ghostscript.nextRun = {"", ReplaceAll(epsFile, "#", "0"), pages};
+  for (std::string& page : pages) page = EncodeText(run.host.codePage, page);
   WriteTextFile(run, run.ghostscript.nextRun.prelude, UnderlayPrelude(pages));
 }
 

@@ -5,7 +5,7 @@ namespace tessary {
 bool ForceForeground(Run& run, std::int64_t window) {
   WindowManager& manager = run.host.windowManager;
   const std::int64_t foreground = manager.ForegroundWindow();
-  if (foreground == window) return true;
+  if (window != 0 && foreground == window) return true;
   const std::uint32_t theirs = manager.ThreadOfWindow(foreground), ours = manager.ThreadOfWindow(window);
   // A thread that shares the input of the foreground may pass it on.
   if (theirs != ours) manager.AttachInput(theirs, ours, true);

@@ -110,7 +110,8 @@ void Form::Press(Control& control) {
 }
 
 void Form::Choose(Control& control, std::int32_t listIndex) {
-  if (!UserCanReach(control)) return;
+  const auto count = static_cast<std::int32_t>(control.list.size());
+  if (!UserCanReach(control) || listIndex < 0 || listIndex >= count) return;
   SetFocus(control);
   SetListIndex(control, listIndex);
 }

@@ -1,4 +1,4 @@
-// The save dialog for a job that shows no other.
+// The save dialog of a job, alone or ahead of the dialog Create PDF.
 #pragma once
 
 #include <string>

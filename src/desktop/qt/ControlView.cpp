@@ -19,9 +19,9 @@ std::unique_ptr<ControlView> ControlView::Make(const Control& control, QWidget* 
       return MakeListView(control, parent, std::move(report));
     case ControlKind::Label:
     case ControlKind::Shape:
-      return MakePictureView(control, parent, std::move(report));
+      return MakePictureView(control, parent);
     case ControlKind::Picture:
-      if (control.box.width > 0) return MakePictureView(control, parent, std::move(report));
+      if (control.box.width > 0) return MakePictureView(control, parent);
       [[fallthrough]];
     default:
       return MakePanelView(control, parent, std::move(report));

@@ -51,6 +51,6 @@ std::unique_ptr<ControlView> MakeButtonView(const Control& control, QWidget* par
 std::unique_ptr<ControlView> MakeFieldView(const Control& control, QWidget* parent, Report report);
 std::unique_ptr<ControlView> MakeListView(const Control& control, QWidget* parent, Report report);
 std::unique_ptr<ControlView> MakePanelView(const Control& control, QWidget* parent, Report report);
-std::unique_ptr<ControlView> MakePictureView(const Control& control, QWidget* parent, Report report);
+std::unique_ptr<ControlView> MakePictureView(const Control& control, QWidget* parent);
 
 }  // namespace tessary

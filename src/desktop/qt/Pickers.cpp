@@ -46,7 +46,6 @@ class FilePickerWindow : public QFileDialog {
     setFileMode(picker.mustExist ? ExistingFile : AnyFile);
     setOption(DontConfirmOverwrite);  // whoever asked for the name asks about it too
     setNameFilters(FiltersOf(picker.filter));
-    setWindowModality(Qt::ApplicationModal);
     const QFileInfo suggestion(ToQt(picker.fileName));
     const QString folder = !picker.folder.empty()    ? ToQt(picker.folder)
                            : suggestion.isAbsolute() ? suggestion.absolutePath()
@@ -62,6 +61,13 @@ FileAnswer AnswerOf(const QFileDialog& window, int result) {
   return {0, FromQt(files.front())};
 }
 
+/// Opens a picker ahead of the program that printed.
+void OpenInFront(QDialog& window) {
+  window.open();
+  window.raise();
+  window.activateWindow();
+}
+
 void PickFile(Server& server, const FilePicker& picker) {
   if (!IsPossibleName(ToQt(picker.fileName)))
     return server.Say(MessageKind::FilePicked, wire::Encode(FileAnswer{failures::kInvalidFileName, {}}));
@@ -70,7 +76,7 @@ void PickFile(Server& server, const FilePicker& picker) {
     window->deleteLater();
     server.Say(MessageKind::FilePicked, wire::Encode(AnswerOf(*window, result)));
   });
-  window->open();
+  OpenInFront(*window);
 }
 
 void PickColor(Server& server, const ColorRequest& request) {
@@ -83,7 +89,7 @@ void PickColor(Server& server, const ColorRequest& request) {
     const std::int32_t picked = chosen.red() + 256 * chosen.green() + 65536 * chosen.blue();
     server.Say(MessageKind::ColorPicked, wire::Encode(result == QDialog::Accepted ? picked : before));
   });
-  window->open();
+  OpenInFront(*window);
 }
 
 }  // namespace

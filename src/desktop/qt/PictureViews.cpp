@@ -142,7 +142,7 @@ class SheetView : public ControlView {
 
 }  // namespace
 
-std::unique_ptr<ControlView> MakePictureView(const Control& control, QWidget* parent, Report) {
+std::unique_ptr<ControlView> MakePictureView(const Control& control, QWidget* parent) {
   if (control.kind == ControlKind::Label) return std::make_unique<LabelView>(new WrappingLabel(parent));
   if (control.kind == ControlKind::Shape) return std::make_unique<ShapeView>(new ShapeWidget(parent));
   return std::make_unique<SheetView>(new SheetWidget(control.box, parent));

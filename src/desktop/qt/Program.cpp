@@ -33,6 +33,12 @@ UniqueFd TakeLine() {
   return line;
 }
 
+/// False for platforms of the toolkit that paint where nobody can look: a dialog there would wait for ever.
+bool CanBeSeen() {
+  const QString platform = QGuiApplication::platformName();
+  return platform != QLatin1String("offscreen") && platform != QLatin1String("minimal");
+}
+
 }  // namespace
 
 int RunDesktopProgram(int argc, char** argv) {
@@ -40,6 +46,7 @@ int RunDesktopProgram(int argc, char** argv) {
   UniqueFd line = TakeLine();
   if (!line) return 1;
   const QApplication application(argc, argv);
+  if (!CanBeSeen()) return 1;
   QApplication::setQuitOnLastWindowClosed(false);
   QApplication::setStyle(new Style);
   QTranslator words;  // of the toolkit's own buttons and pickers
@@ -53,6 +60,7 @@ int RunDesktopProgram(int argc, char** argv) {
   const Pickers pickers(server);
   const Tray tray(server);
   ServeWindowOrder(server);
+  server.Notify(MessageKind::Ready, {});
   return QApplication::exec();
 }
 

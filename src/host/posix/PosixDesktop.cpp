@@ -25,8 +25,10 @@ BoxAnswer PosixDesktop::ShowBox(const std::string& text, const std::string& capt
   return {HarmlessAnswer(flags & kButtonsMask), false};
 }
 
-Result<std::string> PosixDesktop::PickFile(const FilePicker&) {
-  return Failure{failures::kCancelled, "There is no display to show a file picker on"};
+Result<std::string> PosixDesktop::PickFile(const FilePicker& picker) {
+  const std::string words = "There is no display to show it on";
+  terminal_.Say(picker.title + ": " + words);
+  return Failure{failures::kDeviceIo, words};
 }
 
 }  // namespace tessary
