@@ -235,6 +235,9 @@ struct BoxCase {
   std::int32_t closed;
 };
 
+/// Names a case in the list of tests.
+void PrintTo(const BoxCase& boxCase, std::ostream* out) { *out << boxCase.flags; }
+
 class BoxesTest : public WindowsTest, public testing::WithParamInterface<BoxCase> {};
 
 TEST_P(BoxesTest, HasTheButtonsOfThePlatform) {
