@@ -53,8 +53,8 @@ void BlockWriter::Append(std::string_view bytes) {
 }
 
 char* BlockWriter::Reserve() {
-  if (filled_ >= kBlockSize) Write(kBlockSize - written_ % kBlockSize);  // up to the end of a page
-  return block_->bytes + filled_;
+  if (filled_ >= kWriteSize) Write(kWriteSize - written_ % kWriteSize);  // up to the end of a page
+  return First() + filled_;
 }
 
 void BlockWriter::ReturnTo(std::uint64_t position) {
@@ -74,10 +74,10 @@ Failure BlockWriter::Finish() {
 }
 
 void BlockWriter::Write(std::size_t size) {
-  if (!failure_) failure_ = file_.Write({block_->bytes, size});
+  if (!failure_) failure_ = file_.Write({First(), size});
   written_ += size;
   filled_ -= size;
-  std::memmove(block_->bytes, block_->bytes + size, filled_);
+  std::memmove(First(), First() + size, filled_);
 }
 
 }  // namespace tessary
