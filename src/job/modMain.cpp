@@ -138,14 +138,6 @@ std::int32_t RunStages(Run& run, std::string& stage) {
   return MakePDF(run, psFile);
 }
 
-void LogQuietly(Run& run, const std::string& message) {
-  try {
-    WriteLog(run, message);
-  } catch (const Error&) {
-    // The handler is the end of the road: the box has been shown, and the clean-up is still to come.
-  }
-}
-
 std::string Describe(const Error& error) {
   return "Error " + std::to_string(error.number()) + ": " + error.description();
 }

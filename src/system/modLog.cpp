@@ -61,4 +61,11 @@ void WriteLog(Run& run, const std::string& message) {
   file.value->Write(EncodeText(run.host.codePage, record));
 }
 
+void LogQuietly(Run& run, const std::string& message) {
+  try {
+    WriteLog(run, message);
+  } catch (const Error&) {
+  }
+}
+
 }  // namespace tessary

@@ -22,4 +22,7 @@ void RemoveOldLogFile(Run& run);
 /// the call, and later records of the run try only once. Any other failure loses the record in silence.
 void WriteLog(Run& run, const std::string& message);
 
+/// WriteLog where a log that cannot be written must not turn into a failure of its own.
+void LogQuietly(Run& run, const std::string& message);
+
 }  // namespace tessary

@@ -30,14 +30,6 @@ std::string_view ButtonName(std::int32_t button) {
 
 constexpr const char* kHexDigits = "0123456789abcdefABCDEF";
 
-/// A log that cannot be written must not turn a message into a failure.
-void LogQuietly(Run& run, const std::string& record) {
-  try {
-    WriteLog(run, record);
-  } catch (const Error&) {
-  }
-}
-
 /// The hexadecimal byte at `position`, or 0.
 std::int32_t HexByte(std::string_view text, std::size_t position) {
   if (position + 2 > text.size()) return 0;

@@ -30,6 +30,15 @@ class DialogTest(ScreenTest):
         process = self.start_job()
         return process, self.screen.await_window(title)
 
+    def type_another_name(self, process, other):
+        """Ends the job with a name in the place of the one that would be overwritten."""
+        self.screen.key("ctrl+a")
+        self.screen.type(other)
+        self.screen.key("Return")
+        self.assertEqual(self.ended(process), (0, ""))
+        self.assertText(other, "Text")
+        self.assertEqual(self.output.read_bytes(), b"old")
+
     def assertCancelled(self, process):
         self.assertEqual(self.ended(process), (3, ""))
         self.assertFalse(self.output.exists())
@@ -68,13 +77,7 @@ class CreatePdf(DialogTest):
         self.screen.picture("overwrite", box)
         self.screen.key("alt+n")
         self.screen.await_window(DIALOG)
-        other = self.root / "other.pdf"
-        self.screen.key("ctrl+a")
-        self.screen.type(other)
-        self.screen.key("Return")
-        self.assertEqual(self.ended(process), (0, ""))
-        self.assertText(other, "Text")
-        self.assertEqual(self.output.read_bytes(), b"old")
+        self.type_another_name(process, self.root / "other.pdf")
 
     def test_yes_overwrites(self):
         self.output.write_bytes(b"old")
@@ -140,13 +143,7 @@ class SaveAs(DialogTest):
         self.screen.await_window(TITLE)
         self.screen.key("alt+n")
         self.screen.await_window(PICKER)
-        other = self.root / "picked.pdf"
-        self.screen.key("ctrl+a")
-        self.screen.type(other)
-        self.screen.key("Return")
-        self.assertEqual(self.ended(process), (0, ""))
-        self.assertText(other, "Text")
-        self.assertEqual(self.output.read_bytes(), b"old")
+        self.type_another_name(process, self.root / "picked.pdf")
 
     def test_cancelling_makes_nothing(self):
         process, _ = self.open(PICKER)
