@@ -1,5 +1,5 @@
 // Every settings key of the system, once: the default settings, the list of keys and their order in a new file
-// come from this table.
+// come from this table, and so does the page docs/settings.md.
 #pragma once
 
 #include <span>
@@ -15,12 +15,28 @@ enum class KeyKind {
 
 enum class KeyHolds { Text, Path };  ///< Path: separators are brought into the machine's form
 
+/// What a key belongs to, for people who look for it.
+enum class KeyTopic {
+  Destination,
+  Dialogs,
+  Display,
+  Properties,
+  View,
+  Watermark,
+  Pages,
+  Security,
+  Images,
+  Programs,
+  Maintenance
+};
+
 struct SettingKey {
   std::string_view key;
   std::string_view defaultValue;  ///< for KeyKind::Read: what an empty value acts as
   KeyKind kind;
   KeyHolds holds;
-  std::string_view meaning;
+  KeyTopic topic;
+  std::string_view meaning;  ///< one line of Markdown for the page of the settings
 };
 
 /// All keys, in their order in a newly written file.
