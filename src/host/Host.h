@@ -14,6 +14,7 @@
 #include "host/MachineSettings.h"
 #include "host/NotificationArea.h"
 #include "host/PathStyle.h"
+#include "host/PrintSpooler.h"
 #include "host/Processes.h"
 #include "host/Shell.h"
 #include "host/System.h"
@@ -30,6 +31,8 @@ struct Host {
   Desktop& desktop;
   NotificationArea& notificationArea;
   WindowManager& windowManager;
+  PrintSpooler& spooler;
+  DefaultPrinter& defaultPrinter;
   Clock& clock;
   System& system;
   Components& components;

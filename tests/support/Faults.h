@@ -132,6 +132,8 @@ inline Host WithParts(const Host& host, Files& files, Processes& processes) {
           host.desktop,
           host.notificationArea,
           host.windowManager,
+          host.spooler,
+          host.defaultPrinter,
           host.clock,
           host.system,
           host.components,

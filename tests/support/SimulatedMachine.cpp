@@ -14,6 +14,7 @@ SimulatedMachine::SimulatedMachine() {
 
 SimulatedMachine::~SimulatedMachine() {
   EXPECT_EQ(registry.openKeys, 0) << "a registry key was left open";
+  EXPECT_EQ(spooler.openHandles, 0) << "a printer was left open";
   EXPECT_EQ(files.OpenHandles(), 0) << "a file was left open";
   EXPECT_FALSE(notificationArea.iconIsThere) << "the icon was left in the notification area";
 }

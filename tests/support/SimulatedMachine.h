@@ -16,7 +16,7 @@
 //
 // Nothing takes time but waiting: SleepFor, Process::Wait and machine.clock.Advance move the clock, and what a
 // child or the test has planned for a moment happens when the clock passes it. A command that was not expected,
-// an expected one that never came, a registry key or a file left open fail the test.
+// an expected one that never came, a registry key, a printer or a file left open fail the test.
 #pragma once
 
 #include "host/Host.h"
@@ -25,6 +25,7 @@
 #include "tests/support/SimulatedFiles.h"
 #include "tests/support/SimulatedParts.h"
 #include "tests/support/SimulatedProcesses.h"
+#include "tests/support/SimulatedSpooler.h"
 #include "tests/support/SimulatedTray.h"
 
 namespace tessary {
@@ -50,6 +51,7 @@ class SimulatedMachine {
   SimulatedDesktop desktop{journal};
   SimulatedNotificationArea notificationArea{clock};
   SimulatedWindows windows;
+  SimulatedSpooler spooler;
   SimulatedSystem system;
   SimulatedComponents components;
 
@@ -62,6 +64,8 @@ class SimulatedMachine {
              desktop,
              notificationArea,
              windows,
+             spooler,
+             spooler,
              clock,
              system,
              components,

@@ -17,6 +17,7 @@
 #include "host/posix/PosixShell.h"
 #include "host/posix/PosixSystem.h"
 #include "host/posix/PosixWindowManager.h"
+#include "host/posix/cups/PosixSpooler.h"
 
 namespace tessary {
 
@@ -59,6 +60,9 @@ struct PosixMachine::Parts {
   PosixDesktop desktop{[this] { notificationArea.RunQueue(); }};
   PosixNotificationArea notificationArea{desktop.terminal()};
   PosixWindowManager windowManager;
+  CupsClient printServer;
+  PosixSpooler spooler{printServer};
+  PosixDefaultPrinter defaultPrinter{printServer};
   PosixClock clock;
   PosixSystem system;
   PosixComponents components;
@@ -73,6 +77,8 @@ struct PosixMachine::Parts {
              display != nullptr ? display->desktop : desktop,
              display != nullptr ? display->notificationArea : notificationArea,
              display != nullptr ? display->windowManager : windowManager,
+             spooler,
+             defaultPrinter,
              clock,
              system,
              components,

@@ -41,7 +41,6 @@ class Cups {
   decltype(&::httpConnect2) connect = Find("httpConnect2");
   decltype(&::httpClose) close = Find("httpClose");
   decltype(&::httpSetTimeout) setTimeout = Find("httpSetTimeout");
-  decltype(&::httpGetFd) descriptor = Find("httpGetFd");
   decltype(&::httpAssembleURIf) assembleUri = Find("httpAssembleURIf");
   decltype(&::cupsSetPasswordCB2) setPasswordCallback = Find("cupsSetPasswordCB2");
 
@@ -57,13 +56,6 @@ class Cups {
   decltype(&::cupsAddOption) addOption = Find("cupsAddOption");
   decltype(&::cupsGetOption) getOption = Find("cupsGetOption");
   decltype(&::cupsFreeOptions) freeOptions = Find("cupsFreeOptions");
-
-  // The user's own choice of a default printer.
-  decltype(&::cupsGetDests2) getDestinations = Find("cupsGetDests2");
-  decltype(&::cupsSetDests2) setDestinations = Find("cupsSetDests2");
-  decltype(&::cupsFreeDests) freeDestinations = Find("cupsFreeDests");
-  decltype(&::cupsGetNamedDest) getDestination = Find("cupsGetNamedDest");
-  decltype(&::cupsSetDefaultDest) setDefaultDestination = Find("cupsSetDefaultDest");
 
   // The attributes of a question or an answer.
   decltype(&::ippNewRequest) newRequest = Find("ippNewRequest");
