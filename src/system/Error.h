@@ -12,7 +12,9 @@ namespace tessary {
 
 /// The program's own error numbers. Others are the platform's (host/Failure.h) or those of the run-time, below.
 namespace errors {
+inline constexpr std::int32_t kInvalidCall = 5;
 inline constexpr std::int32_t kOverflow = 6;
+inline constexpr std::int32_t kOutOfRange = 9;
 inline constexpr std::int32_t kTypeMismatch = 13;
 inline constexpr std::int32_t kKeyExists = 457;
 inline constexpr std::int32_t kCommon = 1000;  ///< common failures of the helpers

@@ -15,6 +15,15 @@ class Jobs(DeskTest):
         self.assertEqual(self.leftovers(), [])
         self.assertTrue(source.exists())
 
+    def test_a_job_does_not_load_what_printers_need(self):
+        source = self.file("job.ps", document("one"))
+        self.environment |= {"LD_DEBUG": "libs", "LD_DEBUG_OUTPUT": str(self.root / "loaded")}
+        self.assertEqual(self.gui("sessionid=job", f"ps={source}", "printer=PDF Printer")[0], 0)
+        logs = [path.read_text() for path in self.root.glob("loaded.*")]
+        mine = [log for log in logs if f"transferring control: {PROGRAMS}/gui" in log]
+        self.assertEqual(len(mine), 1)
+        self.assertNotIn("libcups", mine[0])
+
     def test_odd_names(self):
         for name in ODD_NAMES:
             with self.subTest(name):
