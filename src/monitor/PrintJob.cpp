@@ -1,11 +1,10 @@
 #include "monitor/PrintJob.h"
 
-#include <algorithm>
 #include <memory>
 #include <vector>
 
 #include "config/modFolders.h"
-#include "monitor/RunOnce.h"
+#include "monitor/GuiJob.h"
 #include "monitor/Spooler.h"
 #include "system/Error.h"
 #include "system/ExitCodes.h"
@@ -70,54 +69,6 @@ std::string Spool(Run& run, const std::string& source, const std::string& spool)
   return SpoolDocument(*input, *output);
 }
 
-/// `gui` lies beside this program and has the same ending.
-std::string GuiProgram(Run& run) {
-  const PathStyle& style = run.host.paths;
-  const std::string own = FileNameOf(style, run.host.programFile);
-  return JoinPath(style, GetProgramFolder(run), "gui" + own.substr(BaseNameOf(style, own).size()));
-}
-
-/// A title is a line of its own in messages and in the log.
-std::string OneLine(std::string title) {
-  std::replace_if(
-      title.begin(), title.end(), [](char c) { return (c >= 0 && c < ' ') || c == '\x7F'; }, ' ');
-  return title;
-}
-
-/// Runs `gui` for the spooled job and gives its exit code.
-std::int32_t RunGui(Run& run, const PrintArguments& arguments, const std::string& title,
-                    const std::string& session, const std::string& spool) {
-  const Command command = run.host.processes.ProgramCommand(
-      GuiProgram(run),
-      {"sessionid=" + session, "ps=" + spool, "doc=" + OneLine(title), "printer=" + arguments.printer});
-  std::unique_ptr<Process> gui;
-  {
-    RunOnce settings(run, arguments.settings);
-    auto started = run.host.processes.Start(command, "", Streams::Inherited);
-    if (!started.ok())
-      throw Error(errors::kCommon,
-                  "Error launching the command [" + command.line + "]. " + started.failure.text);
-    gui = std::move(started.value);
-    settings.AwaitTaken(*gui);
-  }
-  while (!gui->Wait(60 * 60 * 1000)) continue;
-  return gui->ExitCode();
-}
-
-/// What an exit code other than success means to the one who prints.
-std::string Explain(std::int32_t exitCode) {
-  switch (exitCode) {
-    case exitcodes::kError:
-      return "no PDF was made.";
-    case exitcodes::kNotDelivered:
-      return "the PDF could not be delivered.";
-    case exitcodes::kNothingDone:
-      return "nothing was printed: cancelled, or the settings name no output.";
-    default:
-      return "gui ended with exit code " + std::to_string(exitCode) + ".";
-  }
-}
-
 }  // namespace
 
 std::string PrintFile(Run& run, const PrintArguments& arguments, const std::string& file) {
@@ -132,16 +83,16 @@ std::string PrintFile(Run& run, const PrintArguments& arguments, const std::stri
   const std::string title = arguments.title.value_or(fromInput ? "Standard input" : FileNameOf(style, file));
   std::int32_t exitCode = exitcodes::kError;
   try {
-    exitCode = RunGui(run, arguments, title, session, spool.path());
+    exitCode = RunGui(run, {session, spool.path(), title, arguments.printer, arguments.settings});
   } catch (const Error& error) {
     spool.Keep();
     return error.description() + " The job is kept in " + spool.path();
   }
   if (exitCode == exitcodes::kDone) return {};
-  if (exitCode == exitcodes::kNothingDone) return Explain(exitCode);
+  if (exitCode == exitcodes::kNothingDone) return ExplainExitCode(exitCode);
   spool.Keep();
   const std::string log = JoinPath(style, folder, session + "_printer.log");
-  return Explain(exitCode) + " The job is kept in " + spool.path() +
+  return ExplainExitCode(exitCode) + " The job is kept in " + spool.path() +
          (FileExists(run, log) ? ", its log in " + log : std::string());
 }
 
