@@ -12,28 +12,13 @@
 
 #include "host/posix/PosixMachine.h"
 #include "host/posix/UserDirs.h"
+#include "tests/support/ScopedVariable.h"
 #include "tests/support/TempFolder.h"
 
 namespace tessary {
 namespace {
 
 namespace fs = std::filesystem;
-
-/// An environment variable that is as before when the object goes.
-class ScopedVariable {
- public:
-  ScopedVariable(const char* name, const std::string& value) : name_(name) {
-    if (const char* old = getenv(name)) old_ = old;
-    setenv(name, value.c_str(), 1);
-  }
-  ~ScopedVariable() { old_ ? setenv(name_, old_->c_str(), 1) : unsetenv(name_); }
-  ScopedVariable(const ScopedVariable&) = delete;
-  ScopedVariable& operator=(const ScopedVariable&) = delete;
-
- private:
-  const char* name_;
-  std::optional<std::string> old_;
-};
 
 class PosixMachineTest : public testing::Test {
  protected:
