@@ -11,6 +11,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "host/posix/Keeper.h"
 #include "host/posix/PosixFailure.h"
 
 namespace tessary {
@@ -76,12 +77,26 @@ Result<ChildProcess> ChildProcess::Start(const ChildSetup& setup) {
   const int code = SpawnPlan(setup).Run(child.id_, arguments.data());
   if (setup.privateFiles) umask(mask);
   if (code != 0) return PathFailureOf(code);
-  child.fd_ = UniqueFd(static_cast<int>(syscall(SYS_pidfd_open, child.id_, 0)));
-  if (child.fd_) return child;
+  if (Failure failure = child.Watch()) return failure;
+  return child;
+}
 
+Result<ChildProcess> ChildProcess::Fork(const std::function<std::int32_t()>& work) {
+  const pid_t parent = getpid();
+  ChildProcess child;
+  child.id_ = fork();
+  if (child.id_ < 0) return FailureOf(errno);
+  if (child.id_ == 0) Keep(parent, work);
+  if (Failure failure = child.Watch()) return failure;
+  return child;
+}
+
+Failure ChildProcess::Watch() {
+  fd_ = UniqueFd(static_cast<int>(syscall(SYS_pidfd_open, id_, 0)));
+  if (fd_) return {};
   Failure failure = FailureOf(errno);
-  kill(child.id_, SIGKILL);
-  Restarted([&] { return waitpid(child.id_, nullptr, 0); });
+  kill(id_, SIGKILL);
+  Restarted([&] { return waitpid(id_, nullptr, 0); });
   return failure;
 }
 
@@ -99,6 +114,13 @@ bool ChildProcess::Wait(int milliseconds) {
 
 void ChildProcess::Kill() {
   kill(-id_, SIGKILL);
+  Wait(INT_MAX);
+}
+
+void ChildProcess::End() {
+  if (!fd_) return;
+  // It hears the first when the second comes, also while it is stopped.
+  for (const int signal : {SIGTERM, SIGCONT}) syscall(SYS_pidfd_send_signal, fd_.Get(), signal, nullptr, 0);
   Wait(INT_MAX);
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <poll.h>
 #include <string>
 #include <sys/types.h>
@@ -32,6 +33,11 @@ class ChildProcess {
   /// left then.
   static Result<ChildProcess> Start(const ChildSetup& setup);
 
+  /// Starts a copy of this process that does `work` and ends with its result, with a keeper over it (Keeper.h):
+  /// the child is the keeper, and ends when the work and all that belongs to it have ended. The copy has all
+  /// descriptors of this process. For a process of one thread.
+  static Result<ChildProcess> Fork(const std::function<std::int32_t()>& work);
+
   [[nodiscard]] pid_t Id() const { return id_; }
   /// Readable as soon as the child has ended, for poll(2).
   [[nodiscard]] int Fd() const { return fd_.Get(); }
@@ -41,8 +47,14 @@ class ChildProcess {
 
   /// Ends a child that has its own session, with everything that it started there, and waits for its end.
   void Kill();
+  /// Tells a child to end, one of Fork with all that belongs to it, and waits for its end. Nothing
+  /// happens where there is none.
+  void End();
 
  private:
+  /// Opens the descriptor of the child that was just started. A child that cannot have one is ended.
+  Failure Watch();
+
   pid_t id_ = 0;
   UniqueFd fd_;
   bool ended_ = false;
