@@ -19,18 +19,16 @@ class GuiProcess {
   /// is no room for another process. For processes of one thread.
   static Result<GuiProcess> Start(Run& run, const GuiJob& job, int errors);
 
-  /// A descriptor that is readable as soon as the job has ended, for poll(2), and stands for its session: a
-  /// SIGTERM through it (pidfd_send_signal) ends everything there, whoever sends it.
+  /// A descriptor that is readable as soon as all has ended, for poll(2). A SIGTERM through it
+  /// (pidfd_send_signal) ends it, whoever sends it.
   [[nodiscard]] int Fd() const { return child_.Fd(); }
-  /// The number of the session, and of its process group.
-  [[nodiscard]] pid_t Id() const { return child_.Id(); }
 
   /// Waits for the end.
   GuiOutcome Outcome();
 
-  /// Ends it with everything in its session, waits until that is gone, and removes the temporary files of the
-  /// job from the run's temporary folder. A document at the destination is the old one or the new one. Nothing
-  /// happens when it has ended.
+  /// Ends it, waits until `gui` and its own are gone, and removes the temporary files of the job from the run's
+  /// temporary folder. A document at the destination is the old one or the new one. Nothing happens when it has
+  /// ended.
   void Kill(Run& run);
 
  private:
@@ -38,9 +36,6 @@ class GuiProcess {
   UniqueFd problem_;  ///< where the problem is read from
   std::string session_;
 };
-
-/// Waits until no process of the group `id` is left, for at most two seconds.
-void AwaitGroupGone(pid_t id);
 
 /// Removes the files in `folder` whose names begin with the session's, "<session>_" or "<session>.".
 void RemoveSessionFiles(Run& run, const std::string& folder, const std::string& session);
