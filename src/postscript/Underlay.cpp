@@ -6,6 +6,7 @@
 #include "ghostscript/ParameterLines.h"
 #include "system/Conversions.h"
 #include "system/FileHelpers.h"
+#include "system/HexString.h"
 
 namespace tessary {
 
@@ -87,17 +88,6 @@ setglobal end
 )";
 
 std::string WithLineEnds(std::string_view text) { return ReplaceAll(text, "\n", "\r\n"); }
-
-/// A PostScript string of any bytes.
-std::string HexString(std::string_view bytes) {
-  static constexpr std::string_view kDigits = "0123456789ABCDEF";
-  std::string text = "<";
-  for (const char byte : bytes) {
-    const auto value = static_cast<unsigned char>(byte);
-    text.append({kDigits[value / 16], kDigits[value % 16]});
-  }
-  return text + '>';
-}
 
 }  // namespace
 
