@@ -30,6 +30,16 @@ void MakeBackgrounds(Run& run, Dictionary& config, const JobFiles& files) {
                             files.superimpose.parameters, files.superimpose.standardOutput);
 }
 
+/// A job that draws the pages of a PDF has it beside itself under its own name, and may read this one file.
+/// True if there is one.
+bool AllowPdfBeside(Run& run, const std::string& psFile) {
+  const std::string pdf = psFile + ".pdf";
+  if (!FileExists(run, pdf)) return false;
+  WriteLog(run, "The job may read " + pdf);
+  run.ghostscript.nextRun.readableFiles.push_back(pdf);
+  return true;
+}
+
 void ConvertToPdf(Run& run, Dictionary& config, const JobFiles& files, const std::string& psFile) {
   std::string backgrounds;
   if (IsSuperimposeRequested(config)) {
@@ -38,8 +48,9 @@ void ConvertToPdf(Run& run, Dictionary& config, const JobFiles& files, const std
   }
   WriteLog(run, "Patch");
   PatchPostScriptFile(run, config, backgrounds, files.patched, psFile);
+  const bool drawsPdf = AllowPdfBeside(run, psFile);
   WriteLog(run, "Header");
-  WritePostScriptHeader(run, files.header, config, true);
+  WritePostScriptHeader(run, files.header, config, true, drawsPdf);
   const auto& [parameters, standardOutput] = files.conversion;
   WriteLog(run, "Parameters");
   WritePdfParameterFile(run, parameters, files.document, config, false, standardOutput,

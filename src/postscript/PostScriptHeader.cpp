@@ -24,31 +24,45 @@ std::string View(Dictionary& settings) {
   return entries.empty() ? "" : "[ \r\n" + entries + "  /DOCVIEW\r\npdfmark\r\n";
 }
 
+std::string InformationMark(const DocumentInformation& information) {
+  return "[" + information.entries + "/DOCINFO pdfmark";
+}
+
+/// The end of a page gives the information, and then does what it did before: at the end of Ghostscript's work
+/// as well, which counts as one, or just once behind the first page, when a PDF that is drawn has given its
+/// own.
+std::string GiveAtEndOfPage(const DocumentInformation& information, bool readsPdf) {
+  const std::string mark = InformationMark(information);
+  return "/EndPage [ /dup load " +
+         (readsPdf ? "0 /eq load [[true] {dup 0 get {0 false put " + mark +
+                         "} {pop} ifelse} bind /exec load] cvx /if load\r\n"
+                   : "2 /eq load {" + mark + "} bind /if load\r\n") +
+         "currentpagedevice /EndPage get /exec load ] cvx\r\n";
+}
+
 /// Lines that stand behind everything else and only where they are needed.
 ///
 /// Ghostscript 10 derives a second record of the document information, in XML, and spoils what lies beyond
 /// U+07FF in it: readers that prefer that record show question marks, and a surrogate pair damages the whole
-/// file. And the information is given once more when Ghostscript ends its work, which the end of the last page
-/// tells.
-std::string LastWord(const DocumentInformation& information, bool isContradicted) {
+/// file. And the information is given once more where the documents themselves say otherwise.
+std::string LastWord(const DocumentInformation& information, bool isMerge, bool readsPdf) {
   std::string entries = information.isUnicode ? "/OmitXMP true\r\n" : "";
-  if (information.needsLastWord || isContradicted)
-    entries += "/EndPage [ /dup load 2 /eq load {[" + information.entries +
-               "/DOCINFO pdfmark} bind /if load\r\ncurrentpagedevice /EndPage get /exec load ] cvx\r\n";
+  if (information.needsLastWord || isMerge || readsPdf) entries += GiveAtEndOfPage(information, readsPdf);
   return entries.empty() ? "" : "<<\r\n" + entries + ">> setpagedevice\r\n";
 }
 
 }  // namespace
 
-bool WritePostScriptHeader(Run& run, const std::string& headerFile, Dictionary& settings, bool includeStamp) {
+bool WritePostScriptHeader(Run& run, const std::string& headerFile, Dictionary& settings, bool includeStamp,
+                           bool readsPdf) {
   try {
     const bool stamped = includeStamp && IsStampEnabled(settings);
     const DocumentInformation information = ReadDocumentInformation(settings);
     std::string text = stamped ? GetWatermarkPostScript(run, settings) : "";
-    text += View(settings) + "% Document information\r\n[" + information.entries + "/DOCINFO pdfmark\r\n";
+    text += View(settings) + "% Document information\r\n" + InformationMark(information) + "\r\n";
     if (stamped) text += GetWatermarkShelter(settings);
     // Without a stamp it is documents that are joined, and the last of them would give its own title.
-    text += LastWord(information, !includeStamp);
+    text += LastWord(information, !includeStamp, readsPdf);
     WriteTextFile(run, headerFile, text);
     return true;
   } catch (const std::exception&) {

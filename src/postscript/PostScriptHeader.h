@@ -12,8 +12,10 @@ namespace tessary {
 
 /// Writes the header for a conversion with `settings` to `headerFile`, replacing an older one. The stamp stands
 /// in it when `includeStamp` is set, as it is for the job itself and not for a merge, and the settings ask for
-/// one. False if anything fails; nothing is raised.
-bool WritePostScriptHeader(Run& run, const std::string& headerFile, Dictionary& settings, bool includeStamp);
+/// one. With `readsPdf` the job draws a PDF, whose own information must not win. False if anything fails;
+/// nothing is raised.
+bool WritePostScriptHeader(Run& run, const std::string& headerFile, Dictionary& settings, bool includeStamp,
+                           bool readsPdf = false);
 
 /// `value` as a PostScript string, parentheses included, in Windows-1252: "?" for a character that the page
 /// lacks. CR is dropped, and at each LF the string ends and another begins, so that two lines are two objects.
