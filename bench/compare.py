@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Measures whole processes: gui beside a bare Ghostscript that does the same work.
+"""Measures whole processes: gui and tessary-print beside a bare Ghostscript that does the same work.
 
 usage: compare.py FOLDER_OF_THE_PROGRAMS
 
@@ -128,6 +128,16 @@ def compare_icon(run, environment):
            "at most 1.02")
 
 
+def compare_pdf(root, print_program, environment):
+    """A PDF printed as a person would, and Ghostscript alone over it."""
+    source = root / "1000.pdf"
+    subprocess.run(["gs", *SWITCHES, f"-sOutputFile={source}", "-f", root / "1000.ps"], check=True)
+    bare = ["gs", *SWITCHES, f"-sOutputFile={root}/bare.pdf", "-f", source]
+    ours, theirs = in_turn([print_program, source], bare, environment, 9)
+    report("1000 pages of a PDF: tessary-print, bare gs, ratio", f"{ours * 1000:.1f} ms {theirs * 1000:.1f} ms {ours / theirs:.3f}",
+           "at most 1.1")
+
+
 def main():
     if len(sys.argv) != 2:
         sys.exit(__doc__)
@@ -150,6 +160,7 @@ def main():
             report(f"{pages} pages: gui, bare gs, ratio", f"{ours * 1000:.1f} ms {theirs * 1000:.1f} ms {ours / theirs:.3f}",
                    f"at most {target}")
             report(f"{pages} pages: peak memory of gui", f"{peak_memory(run, environment) / 1000:.1f} MB", "below 10 MB")
+        compare_pdf(root, gui.with_name("tessary-print"), environment)
         compare_icon(run, environment)
         source, background, output = root / "500.ps", root / "letterhead.pdf", root / "out.pdf"
         source.write_text(document(500), newline="")

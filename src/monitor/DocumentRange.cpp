@@ -10,14 +10,15 @@ namespace {
 using namespace std::string_view_literals;
 
 constexpr std::size_t kHeadSize = 64 * 1024, kTailSize = 4096;
-constexpr auto kFiller = " \t\r\n\f\0\4"sv;  ///< passed over around a document; \4 marks the end of a file
+constexpr auto kFiller = " \t\r\n\f\0\4"sv;     ///< passed over around a document; \4 marks the end of a file
+constexpr std::size_t kPdfHeaderWithin = 1024;  ///< readers look for it this far
+constexpr auto kPdfHeader = "%PDF-"sv, kPostScriptHeader = "%!"sv;
 constexpr auto kExitLanguage = "\x1b%-12345X"sv, kPjl = "@PJL"sv, kEpsMagic = "\xC5\xD0\xD3\xC6"sv;
 
 struct Kind {
   std::string_view magic, name;
 };
 constexpr Kind kOtherKinds[] = {
-    {"%PDF-", "a PDF document"},
     {"\x89PNG", "a PNG image"},
     {"\xFF\xD8\xFF", "a JPEG image"},
     {"GIF8", "a GIF image"},
@@ -110,18 +111,22 @@ std::string Trim(File& file, DocumentRange& range, std::string& head) {
 DocumentRange FindDocument(File& file) {
   DocumentRange range;
   const Result<std::uint64_t> size = file.Size();
-  if (!size.ok()) return {0, 0, Unreadable(size.failure)};
+  if (!size.ok()) return {0, 0, Unreadable(size.failure), false};
   range.end = size.value;
   std::string head;
   range.problem = Trim(file, range, head);
   if (range.problem.empty() && head.starts_with(kEpsMagic)) {
-    if (!FollowEpsHeader(head, range)) return {0, 0, "is damaged: its EPS header points outside the file"};
+    if (!FollowEpsHeader(head, range))
+      return {0, 0, "is damaged: its EPS header points outside the file", false};
     range.problem = Trim(file, range, head);
   }
   if (!range.problem.empty()) return range;
   if (head.empty()) range.problem = size.value == 0 ? "is empty" : "holds no document";
   for (const Kind& kind : kOtherKinds)
-    if (head.starts_with(kind.magic)) range.problem = "is " + std::string(kind.name) + ", not PostScript";
+    if (head.starts_with(kind.magic))
+      range.problem = "is " + std::string(kind.name) + ", not PostScript or PDF";
+  range.isPdf = range.problem.empty() && !head.starts_with(kPostScriptHeader) &&
+                std::string_view(head).substr(0, kPdfHeaderWithin).find(kPdfHeader) != std::string_view::npos;
   return range;
 }
 

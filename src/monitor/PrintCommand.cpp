@@ -17,14 +17,15 @@ constexpr const char* kUsage =
 
 constexpr const char* kHelp =
     "\n"
-    "Prints PostScript files to PDF. The settings of the printer say where the PDF goes.\n"
+    "Prints PostScript and PDF files to PDF. The settings of the printer say where the PDF\n"
+    "goes.\n"
     "\n"
     "  --printer NAME   the printer to print to; \"PDF Printer [Sales]\" has settings of\n"
     "                   its own (default: PDF Printer)\n"
     "  --title TEXT     the name of the document (default: the name of the file)\n"
     "  --set KEY=VALUE  a setting for these jobs alone, such as output=/tmp/report.pdf\n"
     "  --help           this text\n"
-    "  FILE             a PostScript file, or - for the standard input\n"
+    "  FILE             a PostScript or PDF file, or - for the standard input\n"
     "\n"
     "Exit code: 0 when every file became a PDF, 1 when one did not, 2 for a wrong call.\n";
 

@@ -1,4 +1,4 @@
-// tessary-print: prints PostScript files from a shell, as a printer of this system would.
+// tessary-print: prints PostScript and PDF files from a shell, as a printer of this system would.
 #pragma once
 
 #include <cstdint>

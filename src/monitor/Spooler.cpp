@@ -5,7 +5,7 @@
 
 #include "monitor/Ascii85.h"
 #include "monitor/CleanText.h"
-#include "monitor/DocumentRange.h"
+#include "monitor/PageMarkers.h"
 #include "monitor/Passages.h"
 #include "system/Blocks.h"
 
@@ -13,34 +13,37 @@ namespace tessary {
 
 namespace {
 
-/// Runs before everything else of the job. The page count stands in global memory, where the job's save and
-/// restore do not reach it, and the operators are bound, so that the job's own names do not matter. An EndPage
-/// that is there already stays in force and decides whether the page goes out; a job that puts one of its own
-/// in its place goes on without markers. Ghostscript makes the filter in global memory too, where the file
-/// below it is, so that a restore within the data does not close it.
-constexpr std::string_view kPrologue =
+/// Ghostscript makes the filter in global memory, where the file below it is, so that a restore within the data
+/// does not close it.
+constexpr std::string_view kDataProgram =
     "% Data that is not clean text comes in ASCII85.\r\n"
-    "userdict /TessaryData { currentfile /ASCII85Decode filter cvx exec } bind put\r\n"
-    "% Each page that goes out is announced on standard output.\r\n"
-    "<< /EndPage [\r\n"
-    "  currentpagedevice /EndPage get /exec load /dup load\r\n"
-    "  [ currentglobal true setglobal [ 0 ] exch setglobal\r\n"
-    "    { dup 0 2 copy get 1 add put 0 get\r\n"
-    "      (%%[Page: ) print 12 string cvs print (]%%\\n) print flush } bind /exec load ] cvx /if load\r\n"
-    "] cvx >> setpagedevice\r\n";
+    "userdict /TessaryData { currentfile /ASCII85Decode filter cvx exec } bind put\r\n";
 
 constexpr std::string_view kDataFollows = "TessaryData\r\n";
+
+/// Each copy of a document finds everything as the first one did, whatever the one before has left.
+constexpr std::string_view kCopyProgram =
+    "userdict /TessaryCopied { clear cleardictstack userdict /TessaryBefore get restore } bind put\r\n";
+constexpr std::string_view kCopyBegins = "userdict /TessaryBefore save put\r\n",
+                           kCopyEnds = "\r\nTessaryCopied\r\n";
 
 class Spooler {
  public:
   Spooler(BlockReader& reader, BlockWriter& writer) : reader_(reader), writer_(writer) {}
 
-  void Spool() {
+  void Spool(int copies) {
     CopyHeader();
-    writer_.Append(kPrologue);
-    do {
-      CopySection();
-    } while (CopyPageLine());
+    writer_.Append(kDataProgram);
+    writer_.Append(kPageMarkers);
+    if (copies <= 1) return CopyBody();
+    writer_.Append(kCopyProgram);
+    const std::uint64_t body = reader_.Position();
+    for (int copy = 0; copy < copies && !writer_.failure(); ++copy) {
+      reader_.ReturnTo(body);
+      writer_.Append(kCopyBegins);
+      CopyBody();
+      writer_.Append(kCopyEnds);
+    }
   }
 
  private:
@@ -57,6 +60,12 @@ class Spooler {
     if (line.end == LineEnd::None) return false;
     if (line.text.find_first_not_of(" \t\f") == std::string_view::npos) return true;
     return line.text.starts_with('%') && !line.text.starts_with("%%Page:") && !line.text.starts_with("%%Begin");
+  }
+
+  void CopyBody() {
+    do {
+      CopySection();
+    } while (CopyPageLine());
   }
 
   void CopySection() {
@@ -119,12 +128,10 @@ class Spooler {
 
 }  // namespace
 
-std::string SpoolDocument(File& input, File& output) {
-  const DocumentRange range = FindDocument(input);
-  if (!range.problem.empty()) return range.problem;
+std::string SpoolDocument(File& input, const DocumentRange& range, File& output, int copies) {
   BlockReader reader(input, range.begin, range.end);
   BlockWriter writer(output);
-  Spooler(reader, writer).Spool();
+  Spooler(reader, writer).Spool(copies);
   if (reader.failure()) return "cannot be read: " + reader.failure().text;
   Failure failure = writer.Finish();
   if (!failure) failure = output.Close();

@@ -12,12 +12,15 @@
 #include <string>
 
 #include "host/Files.h"
+#include "monitor/DocumentRange.h"
 
 namespace tessary {
 
-/// Spools the document in `input`, which must be able to seek, to the empty file `output`. Returns why that
-/// failed, as the end of a sentence about the input ("is empty"), or an empty text. Memory is constant; text is
-/// read once, a section that turns out to hold binary data once more.
-std::string SpoolDocument(File& input, File& output);
+/// Spools the PostScript in `range` of `input`, which must be able to seek, to the empty file `output`. Its
+/// program comes `copies` times, once at least, each time within a save and a restore: every copy is a document
+/// of its own, except that one which quits Ghostscript is the last. Returns why that failed, as the end of a
+/// sentence about the input, or an empty text. Memory is constant; text is read once a copy, a section that
+/// turns out to hold binary data once more.
+std::string SpoolDocument(File& input, const DocumentRange& range, File& output, int copies = 1);
 
 }  // namespace tessary

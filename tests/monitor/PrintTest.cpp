@@ -100,10 +100,10 @@ TEST_F(PrintTest, KeepsAFailedJobAndSaysWhere) {
 }
 
 TEST_F(PrintTest, OneBadFileDoesNotKeepTheOthersBack) {
-  machine.files.Put(R"(C:\x.pdf)", "%PDF-1.4\n");
+  machine.files.Put(R"(C:\x.png)", "\x89PNG\r\n");
   machine.files.Put(R"(C:\empty.ps)", "");
   ExpectGui();
-  EXPECT_EQ(Print({R"(C:\none.ps)", R"(C:\Temp)", R"(C:\x.pdf)", R"(C:\empty.ps)", R"(C:\a b.ps)"}), 1);
+  EXPECT_EQ(Print({R"(C:\none.ps)", R"(C:\Temp)", R"(C:\x.png)", R"(C:\empty.ps)", R"(C:\a b.ps)"}), 1);
   EXPECT_EQ(machine.processes.started.size(), 1u);
   std::istringstream lines(words.str());
   for (std::string line; std::getline(lines, line);)

@@ -20,12 +20,13 @@ using namespace std::string_literals;
 const std::string kIn = R"(C:\in.ps)", kOut = R"(C:\out.ps)";
 
 /// Spools `document`; gives the problem, or an empty text with the result in kOut.
-std::string Spool(SimulatedMachine& machine, Files& files, const std::string& document) {
+std::string Spool(SimulatedMachine& machine, Files& files, const std::string& document, int copies = 1) {
   machine.files.Put(kIn, document);
   const auto input = files.Open(kIn, OpenMode::Read);
   const auto output = files.Open(kOut, OpenMode::Create);
   if (!output.ok()) return output.failure.text;
-  return SpoolDocument(*input.value, *output.value);
+  const DocumentRange range = FindDocument(*input.value);
+  return range.problem.empty() ? SpoolDocument(*input.value, range, *output.value, copies) : range.problem;
 }
 
 std::string Spooled(const std::string& document) {
@@ -125,14 +126,23 @@ TEST(Spooler, BringsDocumentsIntoTheFormOfADriver) {
   for (const Case& test : cases) EXPECT_EQ(Restored(Spooled(test.document), "<P>", "<D", ">"), test.expected);
 }
 
+TEST(Spooler, EachCopyIsADocumentOfItsOwn) {
+  SimulatedMachine machine;
+  const std::string copy =
+      "userdict /TessaryBefore save put\r\n%%Page: 1 1\r\nA\r\n%%Page: 2 2\r\n<D\1>\r\nTessaryCopied\r\n";
+  ASSERT_EQ(Spool(machine, machine.files, "%!\n%%Title: x\n%%Page: 1 1\nA\n%%Page: 2 2\n\1", 3), "");
+  const std::string spooled = Restored(machine.files.Text(kOut), "", "<D", ">");
+  const std::string body = spooled.substr(spooled.find("userdict /TessaryBefore save"));
+  EXPECT_EQ(body, copy + copy + copy);
+}
+
 TEST(Spooler, SaysWhatIsNoDocument) {
   for (const Case& test : std::vector<Case>{
            {"", "is empty"},
            {" \n\4", "holds no document"},
-           {"%PDF-1.4\n", "is a PDF document, not PostScript"},
-           {"\x89PNG\r\n", "is a PNG image, not PostScript"},
+           {"\x89PNG\r\n", "is a PNG image, not PostScript or PDF"},
            {"\x1b%-12345X@PJL ENTER LANGUAGE=PCL\n\x1b&l1",
-            "is a PCL or other printer-language job, not PostScript"},
+            "is a PCL or other printer-language job, not PostScript or PDF"},
            {"\xC5\xD0\xD3\xC6\x1e\0\0\0\5\0\0\0%!"s, "is damaged: its EPS header points outside the file"}})
     EXPECT_EQ(Problem(test.document), test.expected);
 }
