@@ -129,14 +129,14 @@ void Fields(auto& archive, FilePicker& picker) {
 void Fields(auto& archive, FormState& form) {
   archive(form.caption, form.okButton, form.cancelButton, form.focused, form.toForeground, form.selects);
 }
-void Fields(auto& archive, Font& font) { archive(font.name, font.charset); }
+void Fields(auto& archive, Font& font) { archive(font.name, font.charset, font.bold); }
 void Fields(auto& archive, Place& place) { archive(place.row, place.column, place.columns); }
 void Fields(auto& archive, Box& area) { archive(area.left, area.top, area.width, area.height); }
 void Fields(auto& archive, Control& control) {
   archive(control.kind, control.name, control.index, control.caption, control.toolTip, control.tag,
           control.font, control.visible, control.enabled, control.tabStop, control.tabIndex, control.place,
           control.box, control.text, control.maxLength, control.selStart, control.selLength, control.multiLine,
-          control.checked, control.list, control.keys, control.listIndex, control.fillColor);
+          control.checked, control.list, control.keys, control.listIndex, control.fillColor, control.picture);
 }
 void Fields(auto& archive, ControlState& state) { archive(state.number, state.parent, state.control); }
 

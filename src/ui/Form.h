@@ -39,6 +39,7 @@ inline constexpr std::int16_t kKorean = 130;
 struct Font {
   std::string name{};  ///< empty: the renderer's own
   std::int16_t charset = charsets::kDefault;
+  bool bold = false;
 };
 
 /// The cells of the container's grid that a control takes. Columns without a field are as wide as they need.
@@ -71,7 +72,7 @@ struct Control {
   bool tabStop = true;
   std::int16_t tabIndex = 0;  ///< the Tab key goes by these
   Place place{};
-  Box box{};  ///< of a Shape, and the size of its Picture
+  Box box{};  ///< of a Shape, and the size of its Picture; a Picture with a mere height scrolls within it
 
   std::string text{};          ///< TextField, EntryList
   std::int32_t maxLength = 0;  ///< characters; 0: no limit
@@ -83,6 +84,7 @@ struct Control {
   std::vector<std::string> keys{};  ///< the keys of a tab strip's tabs, the values of a list
   std::int32_t listIndex = -1;      ///< -1: none, or free text
   std::int32_t fillColor = 0;       ///< of a Shape: red + 256 green + 65536 blue
+  std::string picture{};  ///< of a Picture or a ListView's entries: one of the program's; may be empty
 
   std::function<void()> change{};  ///< the text has changed
   std::function<void()> click{};   ///< pressed, checked, or another entry or tab selected

@@ -4,6 +4,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QStyleOptionButton>
+#include <algorithm>
 
 #include "desktop/qt/ControlView.h"
 #include "desktop/qt/Text.h"
@@ -12,8 +13,8 @@ namespace tessary {
 
 namespace {
 
+constexpr int kNarrowestInLetters = 12;
 constexpr int kWidestInLetters = 60;
-constexpr std::size_t kSmallCaption = 3;  // bytes
 
 /// A button that cuts off a caption which is longer than any button should be.
 template <class Button>
@@ -73,6 +74,11 @@ QButtonGroup* GroupOf(const std::string& name, QWidget* container) {
   return group;
 }
 
+bool HasWords(const Control& control) {
+  const QString caption = ToQt(control.caption);
+  return std::any_of(caption.begin(), caption.end(), [](QChar letter) { return letter.isLetter(); });
+}
+
 QAbstractButton* MakeButton(const Control& control, QWidget* parent) {
   if (control.kind == ControlKind::Button) return new CuttingButton<QPushButton>(parent);
   if (control.kind == ControlKind::CheckBox) return new CuttingButton<QCheckBox>(parent);
@@ -85,9 +91,12 @@ QAbstractButton* MakeButton(const Control& control, QWidget* parent) {
 
 std::unique_ptr<ControlView> MakeButtonView(const Control& control, QWidget* parent, Report report) {
   QAbstractButton* button = MakeButton(control, parent);
-  // The button of a field, such as "...", is small; a style would make it as wide as one with words.
-  if (control.kind == ControlKind::Button && control.caption.size() <= kSmallCaption)
+  if (control.kind == ControlKind::Button && HasWords(control)) {
+    button->setMinimumWidth(kNarrowestInLetters * button->fontMetrics().averageCharWidth());
+  } else if (control.kind == ControlKind::Button) {
+    // The button of a field, such as "...", is small; a style would make it as wide as one with words.
     button->setFixedWidth(button->sizeHint().height() * 4 / 3);
+  }
   return std::make_unique<ButtonView>(button, std::move(report));
 }
 

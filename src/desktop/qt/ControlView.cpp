@@ -21,7 +21,7 @@ std::unique_ptr<ControlView> ControlView::Make(const Control& control, QWidget* 
     case ControlKind::Shape:
       return MakePictureView(control, parent);
     case ControlKind::Picture:
-      if (control.box.width > 0) return MakePictureView(control, parent);
+      if (control.box.width > 0 || !control.picture.empty()) return MakePictureView(control, parent);
       [[fallthrough]];
     default:
       return MakePanelView(control, parent, std::move(report));
@@ -30,10 +30,9 @@ std::unique_ptr<ControlView> ControlView::Make(const Control& control, QWidget* 
 
 void ControlView::Show(const Control& control) {
   QFont font = widget_->font();
-  if (!control.font.name.empty() && font.family() != ToQt(control.font.name)) {
-    font.setFamily(ToQt(control.font.name));
-    widget_->setFont(font);
-  }
+  if (!control.font.name.empty()) font.setFamily(ToQt(control.font.name));
+  if (control.font.bold) font.setBold(true);
+  if (font != widget_->font()) widget_->setFont(font);
   Fill(control);
   if (!control.toolTip.empty()) widget_->setToolTip(ToolTipOf(ToQt(control.toolTip)));
   if (widget_->isHidden() == control.visible) widget_->setHidden(!control.visible);

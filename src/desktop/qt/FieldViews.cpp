@@ -92,6 +92,10 @@ class ComboView : public ControlView {
                        [this](const QString& text) { Tell(UserEvent::What::Typed, text); });
   }
 
+  void Select(const Control& control) override {
+    if (combo_->isEditable()) combo_->lineEdit()->setSelection(control.selStart, control.selLength);
+  }
+
  protected:
   void Fill(const Control& control) override {
     if (SetEntries(*entries_, control.list)) combo_->FitTo(LongestOf(entries_->stringList()));
@@ -106,10 +110,12 @@ class ComboView : public ControlView {
     QLineEdit& field = *combo_->lineEdit();
     if (control.maxLength > 0) field.setMaxLength(control.maxLength);
     const QString text = ToQt(control.text);
-    if (combo_->currentIndex() == control.listIndex && field.text() == text) return;
+    // New entries and a new index bring a text of their own, and its cursor.
+    const bool isSame = combo_->currentIndex() == control.listIndex && field.text() == text;
+    if (isSame && combo_->hasFocus()) return;
     const int cursor = combo_->hasFocus() ? field.cursorPosition() : 0;
-    combo_->setCurrentIndex(control.listIndex);  // sets a text, and its cursor
-    field.setText(text);
+    combo_->setCurrentIndex(control.listIndex);
+    if (!isSame) field.setText(text);
     field.setCursorPosition(cursor);
   }
 

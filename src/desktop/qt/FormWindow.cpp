@@ -114,7 +114,9 @@ void FormWindow::Build() {
     numbers_[views_.back()->KeyWidget()] = number;
     views_.back()->Widget()->setObjectName(ToQt(state.control.name));
   }
-  LayOut(page_->Content(), ChildrenOf(-1), Margins::OfStyle);
+  // A list alone fills its window.
+  const bool isList = controls_.size() == 1 && IsTall(controls_.front().control);
+  LayOut(page_->Content(), ChildrenOf(-1), isList ? Margins::None : Margins::OfStyle);
   for (std::size_t i = 0; i < controls_.size(); ++i) LayOutChildren(i);
   SetBuddies();
   SetTabOrder();
@@ -126,8 +128,9 @@ void FormWindow::LayOutChildren(std::size_t container) {
   if (children.empty() || views_[container]->PlacesByBox()) return;
   const ControlKind kind = controls_[container].control.kind;
   if (kind != ControlKind::TabStrip) {
-    LayOut(views_[container]->Widget(), children,
-           kind == ControlKind::Frame ? Margins::OfStyle : Margins::None);
+    const Control& control = controls_[container].control;
+    const bool isFramed = kind == ControlKind::Frame || control.box.height > 0;
+    LayOut(views_[container]->Container(control), children, isFramed ? Margins::OfStyle : Margins::None);
     return;
   }
   for (const Placed& page : children) {
@@ -168,6 +171,7 @@ void FormWindow::SetBuddies() {
         std::find_if(controls_.begin() + static_cast<std::ptrdiff_t>(i) + 1, controls_.end(),
                      [&](const ControlState& other) { return other.parent == controls_[i].parent; });
     if (next == controls_.end() || next->control.kind == ControlKind::Label) continue;
+    if (next->control.place.row != controls_[i].control.place.row) continue;
     static_cast<QLabel*>(views_[i]->Widget())->setBuddy(FirstKeyWidget(next->number));
   }
 }

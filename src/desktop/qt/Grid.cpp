@@ -9,11 +9,6 @@ namespace tessary {
 
 namespace {
 
-bool IsTall(const Control& control) {
-  return control.kind == ControlKind::ListBox || control.kind == ControlKind::ListView ||
-         control.kind == ControlKind::TabStrip;
-}
-
 Qt::Alignment AlignmentOf(const Placed& child) {
   switch (child.control->kind) {
     case ControlKind::Button:
@@ -63,6 +58,11 @@ std::map<int, int> StretchingColumns(const std::vector<Placed>& children) {
 }
 
 }  // namespace
+
+bool IsTall(const Control& control) {
+  return control.kind == ControlKind::ListBox || control.kind == ControlKind::ListView ||
+         control.kind == ControlKind::TabStrip;
+}
 
 void LayOut(QWidget* container, const std::vector<Placed>& children, Margins margins) {
   auto* grid = new QGridLayout(container);

@@ -17,6 +17,9 @@ struct Placed {
 /// How much room there is around the cells.
 enum class Margins { None, OfStyle };
 
+/// True for what shows the more the taller it is.
+bool IsTall(const Control& control);
+
 /// Lays the children out in the cells that their places name. Columns with a field share the width that is
 /// left, rows with a list or a tab strip the height.
 void LayOut(QWidget* container, const std::vector<Placed>& children, Margins margins);

@@ -29,6 +29,26 @@ class PanelView : public ControlView {
   void Fill(const Control&) override {}
 };
 
+/// A panel of fixed height that stands out from what is around it, and scrolls.
+class PaneView : public ControlView {
+ public:
+  PaneView(PageArea* pane, int height) : ControlView(pane, {}), pane_(pane) {
+    pane->setFrameShape(QFrame::StyledPanel);
+    pane->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    pane->setFixedHeight(height);
+    pane->setBackgroundRole(QPalette::Base);
+    pane->viewport()->setAutoFillBackground(true);
+  }
+
+  [[nodiscard]] QWidget* Container(const Control&) override { return pane_->Content(); }
+
+ protected:
+  void Fill(const Control&) override {}
+
+ private:
+  PageArea* pane_;
+};
+
 class FrameView : public ControlView {
  public:
   explicit FrameView(QGroupBox* frame) : ControlView(frame, {}), frame_(frame) {}
@@ -107,6 +127,7 @@ std::unique_ptr<ControlView> MakePanelView(const Control& control, QWidget* pare
   if (control.kind == ControlKind::Frame) return std::make_unique<FrameView>(new QGroupBox(parent));
   if (control.kind == ControlKind::TabStrip)
     return std::make_unique<TabStripView>(new WideTabWidget(parent), std::move(report));
+  if (control.box.height > 0) return std::make_unique<PaneView>(new PageArea(parent), control.box.height);
   return std::make_unique<PanelView>(new QWidget(parent));
 }
 

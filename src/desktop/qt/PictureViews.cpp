@@ -1,9 +1,10 @@
-// What is only looked at: labels, shapes and the sheet of paper that shapes lie on.
+// What is only looked at: labels, drawings, shapes and the sheet of paper that shapes lie on.
 #include <QLabel>
 #include <QPainter>
 #include <QPalette>
 
 #include "desktop/qt/ControlView.h"
+#include "desktop/qt/Pictures.h"
 #include "desktop/qt/Text.h"
 
 namespace tessary {
@@ -52,10 +53,9 @@ class LabelView : public ControlView {
   void Fill(const Control& control) override {
     const QString caption = Breakable(Lines(control.caption));
     const bool wraps = control.multiLine || caption.size() > kLongLabel;
-    const bool isFirst = control.place.row == 0;
-    // A paragraph keeps away from what is above it, and a label from the field of another one.
-    label_->setContentsMargins(control.place.column > 0 ? kAway : 0, control.multiLine && !isFirst ? kAway : 0,
-                               0, 0);
+    const bool isHint = control.multiLine && control.place.columns > 1 && control.place.row > 0;
+    // A paragraph below fields keeps away from them, and a label from the field of another one.
+    label_->setContentsMargins(control.place.column > 0 ? kAway : 0, isHint ? kAway : 0, 0, 0);
     label_->setWordWrap(wraps);
     label_->setAlignment(Qt::AlignLeft | (control.multiLine ? Qt::AlignTop : Qt::AlignVCenter));
     // Without a control that it leads to, a label shows every "&".
@@ -140,11 +140,42 @@ class SheetView : public ControlView {
   SheetWidget* sheet_;
 };
 
+/// One of the program's own pictures, sharp on any screen.
+class DrawingWidget : public QWidget {
+ public:
+  using QWidget::QWidget;
+  std::string name{};
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    painter.drawPixmap(rect(), DrawPicture(name, static_cast<int>(width() * devicePixelRatioF())));
+  }
+};
+
+class DrawingView : public ControlView {
+ public:
+  explicit DrawingView(DrawingWidget* drawing) : ControlView(drawing, {}), drawing_(drawing) {}
+
+  [[nodiscard]] bool PlacesByBox() const override { return true; }
+
+ protected:
+  void Fill(const Control& control) override {
+    drawing_->setFixedSize(control.box.width, control.box.height);
+    drawing_->name = control.picture;
+    drawing_->update();
+  }
+
+ private:
+  DrawingWidget* drawing_;
+};
+
 }  // namespace
 
 std::unique_ptr<ControlView> MakePictureView(const Control& control, QWidget* parent) {
   if (control.kind == ControlKind::Label) return std::make_unique<LabelView>(new WrappingLabel(parent));
   if (control.kind == ControlKind::Shape) return std::make_unique<ShapeView>(new ShapeWidget(parent));
+  if (!control.picture.empty()) return std::make_unique<DrawingView>(new DrawingWidget(parent));
   return std::make_unique<SheetView>(new SheetWidget(control.box, parent));
 }
 

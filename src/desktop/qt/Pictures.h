@@ -7,8 +7,8 @@
 
 namespace tessary {
 
-/// The picture `name` ("tessary", the program's own; "finished"; "working0" to "working11") in whole pixels. A
-/// null picture for another name.
+/// The picture `name` ("tessary", the program's own; "finished"; "help"; "printer"; "working0" to "working11")
+/// in whole pixels. A null picture for another name.
 QPixmap DrawPicture(std::string_view name, int pixels);
 
 /// The same in all the sizes that panels and windows ask for.

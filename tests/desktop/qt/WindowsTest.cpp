@@ -7,9 +7,12 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTabWidget>
 #include <QTest>
 #include <QTextEdit>
+#include <QTreeView>
 #include <gtest/gtest.h>
 #include <set>
 #include <thread>
@@ -206,6 +209,96 @@ TEST_F(WindowsTest, ABoxOfAFormStandsAboveIt) {
   QTest::keyClick(QApplication::activeWindow(), Qt::Key_Y, Qt::AltModifier);
   AwaitDone();
   EXPECT_EQ(answers, (std::vector{box::kAnswerCancel, box::kAnswerYes}));
+}
+
+/// A window with a list alone, whose Enter key and double click choose. Gives the entry; -1 after Escape.
+std::int32_t ChooseFromList(Desktop& desktop) {
+  Form form;
+  form.root.caption = "List";
+  Control& list = form.root.Add(ControlKind::ListBox, "lstMacros");
+  list.list = {"<i>   \tfirst", "<a long key> \tsecond", "<w>\tthird"};
+  list.listIndex = 0;
+  std::int32_t chosen = -1;
+  list.doubleClick = [&] {
+    chosen = list.listIndex;
+    form.Unload();
+  };
+  form.keyDown = [&](const KeyPress& press) {
+    if (press.key == Key::Enter) list.doubleClick();
+    if (press.key == Key::Escape) form.Unload();
+    return true;
+  };
+  EXPECT_TRUE(desktop.ShowForm(form));
+  return chosen;
+}
+
+TEST_F(WindowsTest, AListOfAFormIsWorkedFromKeyboardAndMouse) {
+  MakeSampleForm(form_);
+  std::vector<std::int32_t> chosen;
+  form_["cmdBrowse"].click = [&] {
+    chosen.push_back(ChooseFromList(*desktop_));
+    form_.SetText(form_["txtName"], std::to_string(chosen.back()));
+  };
+  form_.cancelButton->click = [this] { form_.Unload(); };
+  ShowSample();
+  Press(Qt::Key_Tab);
+  for (const char* way : {"keys", "mouse", "escape"}) {
+    Press(Qt::Key_Space);
+    QWidget* window = Await("List");
+    auto* list = Find<QTreeView>("lstMacros");
+    EXPECT_EQ(QApplication::focusWidget(), list);
+    EXPECT_EQ(list->size(), window->size()) << "nothing stands around it";
+    const auto cell = [list](int row, int column) {
+      return list->visualRect(list->model()->index(row, column));
+    };
+    EXPECT_EQ(cell(0, 1).left(), cell(1, 1).left());
+    EXPECT_EQ(list->model()->index(1, 0).data().toString(), "<a long key>");
+    EXPECT_GE(cell(1, 0).width(), list->fontMetrics().horizontalAdvance("<a long key>"));
+    if (*way == 'm') {
+      QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, cell(2, 1).center());
+      QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, cell(2, 1).center());
+    } else {
+      Press(Qt::Key_Down);
+      Press(*way == 'k' ? Qt::Key_Return : Qt::Key_Escape);
+    }
+    Await("Sample");
+    EXPECT_EQ(FocusName(), "cmdBrowse");
+    EXPECT_EQ(Find<QLineEdit>("txtName")->text().toStdString(), std::to_string(chosen.back()));
+  }
+  EXPECT_EQ(chosen, (std::vector<std::int32_t>{1, 2, -1}));
+  Press(Qt::Key_Escape);
+  AwaitDone();
+}
+
+TEST_F(WindowsTest, APaneScrollsAndTheWindowStaysAsItIs) {
+  MakeSampleForm(form_);
+  Control& pane = form_.root.Add(ControlKind::Picture, "pbHelp", "", {2, 0, 3});
+  pane.box.height = 80;
+  Control& drawing = pane.Add(ControlKind::Picture, "picHelp");
+  drawing.picture = "help";
+  drawing.box = {0, 0, 32, 32};
+  Control& text = pane.Add(ControlKind::Label, "lblHelp", "Short", {0, 1});
+  text.multiLine = text.font.bold = true;
+  form_["txtName"].change = [&text] {
+    for (int i = 0; i < 200; ++i) text.caption += " and more";
+  };
+  form_["cbZoom"].gotFocus = [this] { form_["cbZoom"].selLength = 2; };
+  form_.SetListIndex(form_["cbZoom"], 1);
+  form_.cancelButton->click = [this] { form_.Unload(); };
+  QWidget* window = ShowSample();
+  const QSize size = window->size();
+  EXPECT_TRUE(Find<QLabel>("lblHelp")->font().bold());
+  EXPECT_EQ(Find<QWidget>("picHelp")->grab().toImage().pixelColor(20, 15), QColor(0xf0, 0xa0, 0x30));
+  EXPECT_EQ(Find<QComboBox>("cbZoom")->lineEdit()->cursorPosition(), 0) << "the beginning is seen";
+  Type("x");
+  const QScrollBar* bar = Find<QScrollArea>("pbHelp")->verticalScrollBar();
+  EXPECT_TRUE(QTest::qWaitFor([bar] { return bar->maximum() > 0; }));
+  EXPECT_EQ(window->size(), size);
+  EXPECT_EQ(Find<QWidget>("pbHelp")->height(), 80);
+  for (int i = 0; i < 3; ++i) Press(Qt::Key_Tab);
+  EXPECT_EQ(Find<QComboBox>("cbZoom")->lineEdit()->selectedText(), "Fi");
+  Press(Qt::Key_Escape);
+  AwaitDone();
 }
 
 TEST_F(WindowsTest, ATextTenTimesAsLongStaysOnTheScreen) {
