@@ -8,7 +8,6 @@
 #include "system/Conversions.h"
 #include "system/FileHelpers.h"
 #include "system/Paths.h"
-#include "system/modCustom.h"
 #include "system/modStealFocus.h"
 #include "system/ucAbout.h"
 #include "ui/Binding.h"
@@ -27,28 +26,9 @@ namespace {
 
 constexpr const char* kExtension = ".pdf";
 
-/// Fields whose text is selected when they receive the focus.
-constexpr const char* kSelectedFields[] = {"txtPDFFileName",
-                                           "txtAppendFileName",
-                                           "txtSuperimposeFileName",
-                                           "txtAuthor",
-                                           "txtTitle",
-                                           "txtSubject",
-                                           "txtKeywords",
-                                           "txtOwnerPassword",
-                                           "txtUserPassword",
-                                           "txtWatermarkText",
-                                           "txtWatermarkColor",
-                                           "txtWatermarkFontSize",
-                                           "txtWatermarkOutlineWidth",
-                                           "txtWatermarkVerticalAdjustment",
-                                           "txtWatermarkHorizontalAdjustment"};
-
 std::string CaptionOf(Run& run) {
-  const JobState& job = run.job;
-  const std::string caption = Translate(run, "[L89]Create PDF") + " - ";
-  if (!job.PrinterName.empty()) return caption + job.PrinterName;
-  return caption + GetProductName() + (job.InstanceName.empty() ? "" : " - [" + job.InstanceName + "]");
+  const std::string& printer = run.job.PrinterName;
+  return Translate(run, "[L89]Create PDF") + " - " + (printer.empty() ? GetProductCaption(run) : printer);
 }
 
 bool HasExtension(const std::string& fileName) { return ToLower(fileName).ends_with(kExtension); }
@@ -100,10 +80,6 @@ bool frmPrintConfig::Show() {
 
 void frmPrintConfig::AttachEvents() {
   AttachSharedEvents(run_, form_, "[L79]Select a PDF File");
-  for (const char* field : kSelectedFields) {
-    Control& control = form_[field];
-    control.gotFocus = [&control] { SelectTextBoxContents(control); };
-  }
   Control& strip = form_["tc"];
   strip.click = [&strip] { ShowSelectedPage(strip); };
   form_.shown = [this] { BringToFront(run_, form_.window); };

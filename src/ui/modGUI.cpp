@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "system/Conversions.h"
+#include "system/modCustom.h"
 #include "system/modUtil.h"
 #include "ui/Pickers.h"
 #include "ui/Validators.h"
@@ -12,6 +13,23 @@
 namespace tessary {
 
 namespace {
+
+/// Fields whose text is selected when they receive the focus.
+constexpr const char* kSelectedFields[] = {"txtPDFFileName",
+                                           "txtAppendFileName",
+                                           "txtSuperimposeFileName",
+                                           "txtAuthor",
+                                           "txtTitle",
+                                           "txtSubject",
+                                           "txtKeywords",
+                                           "txtOwnerPassword",
+                                           "txtUserPassword",
+                                           "txtWatermarkText",
+                                           "txtWatermarkColor",
+                                           "txtWatermarkFontSize",
+                                           "txtWatermarkOutlineWidth",
+                                           "txtWatermarkVerticalAdjustment",
+                                           "txtWatermarkHorizontalAdjustment"};
 
 /// Bytes of UTF-8 that begin a character.
 bool BeginsCharacter(char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }
@@ -43,7 +61,7 @@ void NumberControls(Control& container, std::int16_t& next) {
 
 void AddElements(Control& container, std::span<const Element> elements) {
   for (const Element& element : elements)
-    container.Add(element.kind, element.name, element.caption, element.place);
+    container.Add(element.kind, element.name, element.caption, element.place).index = element.index;
 }
 
 void SelectTextBoxContents(Control& control) {
@@ -52,9 +70,18 @@ void SelectTextBoxContents(Control& control) {
       static_cast<std::int32_t>(std::count_if(control.text.begin(), control.text.end(), BeginsCharacter));
 }
 
+std::string GetProductCaption(Run& run) {
+  const std::string& instance = run.job.InstanceName;
+  return GetProductName() + (instance.empty() ? "" : " - [" + instance + "]");
+}
+
 void AttachSharedEvents(Run& run, Form& form, const char* backgroundTitle) {
   AttachValidators(form);
   AttachWatermarkPreview(form);
+  for (const char* field : kSelectedFields) {
+    Control& control = form[field];
+    control.gotFocus = [&control] { SelectTextBoxContents(control); };
+  }
   for (const char* field : {"txtPDFFileName", "txtAppendFileName", "txtSuperimposeFileName"}) {
     Control& control = form[field];
     control.change = [&control] { control.toolTip = control.text; };

@@ -4,7 +4,7 @@
 #include "tests/support/SimulatedMachine.h"
 #include "ui/Binding.h"
 #include "ui/ChoiceLists.h"
-#include "ui/PrintConfigPages.h"
+#include "ui/OptionsPages.h"
 #include "ui/Validators.h"
 #include "ui/WatermarkPreview.h"
 #include "ui/modSharedGUI.h"
@@ -16,13 +16,8 @@ namespace {
 struct BindingTest : testing::Test {
   BindingTest() {
     machine.shell.fonts = {{"Verdana (TrueType)", "verdana.ttf"}, {"Arial (TrueType)", "ARIAL.TTF"}};
-    LayOutPrintConfig(form);
-    for (const char* name : {"chkConfirmOverwrite", "chkRememberLastFileName", "chkRememberLastFolderName",
-                             "chkSuppressErrors", "chkUseDefaultAuthor", "chkUseDefaultTitle"})
-      form.root.Add(ControlKind::CheckBox, name);
-    for (const char* name : {"optShowPDF", "optShowDialog", "rbShowSettings"})
-      for (std::int16_t member = 0; member < 3; ++member)
-        form.root.Add(ControlKind::Option, name).index = member;
+    LayOutOptions(form);
+    form.root.Add(ControlKind::CheckBox, "chkShowPDF");
     FillLists(run, form);
   }
   /// What becomes of a setting that is shown in a dialog and saved.
@@ -136,7 +131,7 @@ TEST_F(BindingTest, TypedTexts) {
 
 TEST_F(BindingTest, ListsThatAreNotFilled) {
   Form empty;
-  LayOutPrintConfig(empty);
+  LayOutOptions(empty);
   Dictionary settings, saved;
   for (const auto& [key, value] : {std::pair{"target", "screen"}, {"watermarkrotation", "5"}, {"zoom", "50"}})
     settings.Set(key, value);
