@@ -13,12 +13,14 @@
 #include "system/Error.h"
 #include "system/FileHelpers.h"
 #include "system/Paths.h"
+#include "system/frmInstances.h"
 #include "system/frmMain.h"
 #include "system/modComCtl.h"
 #include "system/modCustom.h"
 #include "system/modInstances.h"
 #include "system/modLog.h"
 #include "system/modUtil.h"
+#include "ui/frmOptions.h"
 #include "ui/modLocalize.h"
 #include "ui/modSharedGUI.h"
 
@@ -89,9 +91,12 @@ std::int32_t IconFlags(const std::string& icon) {
 }
 
 std::int32_t RunSettingsMode(Run& run) {
-  if (IsOptionDialogDisabled(run))
+  if (IsOptionDialogDisabled(run)) {
     ShowMessage(run, "Options dialog is disabled.", box::kInformation + box::kForeground);
-  return exitcodes::kNothingDone;
+    return exitcodes::kNothingDone;
+  }
+  run.job.InstanceName = SelectInstance(run);
+  return frmOptions(run).Show() ? exitcodes::kDone : exitcodes::kNothingDone;
 }
 
 /// The stages of the run. `stage` names the one under way for the error box; it is in no log.

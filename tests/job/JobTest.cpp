@@ -5,6 +5,7 @@
 #include "system/Conversions.h"
 #include "tests/support/Faults.h"
 #include "tests/support/SimulatedMachine.h"
+#include "ui/Form.h"
 
 namespace tessary {
 namespace {
@@ -143,13 +144,30 @@ TEST_F(JobTest, Messages) {
   }
 }
 
-TEST_F(JobTest, SettingsModeMayBeDisabled) {
-  machine.host().commandLine = "";
+TEST_F(JobTest, SettingsMode) {
+  machine.host().commandLine = "sessionid=x";
+  machine.desktop.user = [](Form& form) {
+    form.Type(form["txtPDFFileName"], "typed");
+    form.Press(form["cmdOK"]);
+  };
+  EXPECT_EQ(Start(), exitcodes::kDone);
+  EXPECT_NE(machine.files.Text(kSettings).find(" output=typed\r\n"), std::string::npos);
+  machine.desktop.user = [](Form& form) { form.CloseBox(); };
   EXPECT_EQ(Start(), exitcodes::kNothingDone);
   EXPECT_TRUE(machine.desktop.boxes.empty());
+
+  machine.desktop.user = [this](Form& form) {
+    machine.files.SetReadOnly(kSettings);
+    form.Press(form["cmdOK"]);
+  };
+  EXPECT_EQ(Start(), exitcodes::kError);
+  EXPECT_NE(machine.desktop.boxes.at(0).text.find("Error 1004: "), std::string::npos);
+}
+
+TEST_F(JobTest, SettingsModeMayBeDisabled) {
+  machine.host().commandLine = "";
   machine.files.Put(R"(C:\Program Files\Tessary\global.ini)", "[PDF Printer]\r\ndisableoptiondialog= Yes \r\n");
-  tessary::Run own(machine.host());
-  EXPECT_EQ(Main(own), exitcodes::kNothingDone);
+  EXPECT_EQ(Start(), exitcodes::kNothingDone);
   ASSERT_EQ(machine.desktop.boxes.size(), 1u);
   EXPECT_EQ(machine.desktop.boxes[0].text, "Options dialog is disabled.");
   EXPECT_EQ(machine.desktop.boxes[0].flags, 65600);
