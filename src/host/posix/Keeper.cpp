@@ -57,8 +57,9 @@ void Keep(pid_t parent, const std::function<std::int32_t()>& work) {
   while (true) {
     const int signal = Restarted([&] { return sigwaitinfo(&heard, nullptr); });
     const std::int32_t code = signal == SIGTERM ? kSignalBase + SIGKILL : LookForEnd(worker);
-    if (code > kSignalBase) EndGroup(worker);
-    if (code >= 0) _exit(code);
+    if (code < 0) continue;
+    EndGroup(worker);
+    _exit(code);
   }
 }
 
