@@ -1,0 +1,14 @@
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "host/posix/PosixMachine.h"
+#include "monitor/posix/Backend.h"
+
+int main(int argc, char** argv) {
+  tessary::PosixMachine machine(argc, argv);
+  tessary::Run run(machine.host());
+  tessary::JobReport report(std::cerr);
+  return tessary::RunBackend(run, std::vector<std::string>(argv + (argc > 0 ? 1 : 0), argv + argc), std::cout,
+                             report);
+}
