@@ -47,6 +47,7 @@ class Cups {
   // Questions and their answers.
   decltype(&::cupsDoRequest) doRequest = Find("cupsDoRequest");
   decltype(&::cupsDoFileRequest) doFileRequest = Find("cupsDoFileRequest");
+  decltype(&::cupsDoIORequest) doIoRequest = Find("cupsDoIORequest");
   decltype(&::cupsLastError) lastError = Find("cupsLastError");
   decltype(&::cupsLastErrorString) lastErrorText = Find("cupsLastErrorString");
   decltype(&::cupsGetFd) getFile = Find("cupsGetFd");
