@@ -12,6 +12,7 @@
 #include "host/posix/UserFolders.h"
 #include "monitor/posix/BackendDocument.h"
 #include "monitor/posix/BackendPrivileges.h"
+#include "monitor/posix/Devices.h"
 #include "monitor/posix/JobUser.h"
 #include "system/Conversions.h"
 #include "system/Error.h"
@@ -57,10 +58,18 @@ std::vector<UniqueFd> OpenFiles(const std::vector<std::string>& arguments) {
   return files;
 }
 
+/// True for a printer that takes jobs from anybody in some networks: nobody has proven whose they are. The
+/// administrator says so by its device.
+bool IsForAll() { return EnvironmentValue("DEVICE_URI") == kCommonDevice; }
+
 /// Becomes the user of the job. Raises kCommon with the reason when nobody may have it.
 JobUser BecomeJobUser(Run& run, const std::vector<std::string>& arguments) {
   const RemoteRule remote{GetMachineSetting(run, "RemoteUser"), GetMachineSetting(run, "RemoteFolder")};
-  const JobOrigin origin{arguments[kUser], ComesFromThisMachine(arguments[kOptions])};
+  if (IsForAll() && !remote.IsSet())
+    throw Error(errors::kCommon,
+                "The job is refused: the printer is for all, and the machine settings RemoteUser "
+                "and RemoteFolder do not say where its documents go.");
+  const JobOrigin origin{arguments[kUser], ComesFromThisMachine(arguments[kOptions]) && !IsForAll()};
   JobUser user = ChooseUser(origin, remote, MachineAccounts());
   if (!user.refusal.empty()) throw Error(errors::kCommon, "The job is refused: " + user.refusal + ".");
   if (Failure failure = BecomeUser(user.account, !user.remoteFolder.empty()))
