@@ -39,7 +39,8 @@ void Spool(const std::filesystem::path& from, const std::filesystem::path& to) {
   const auto input = files.Open(from.string(), OpenMode::Read);
   const auto output = files.Open(to.string(), OpenMode::Create);
   if (!input.ok() || !output.ok()) std::abort();
-  if (!SpoolDocument(*input.value, FindDocument(*input.value), *output.value).empty()) std::abort();
+  std::int32_t pages = 0;
+  if (!SpoolDocument(*input.value, FindDocument(*input.value), *output.value, 1, pages).empty()) std::abort();
 }
 
 void SpoolPages(benchmark::State& state, const std::string& page) {

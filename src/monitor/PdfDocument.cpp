@@ -129,7 +129,7 @@ void WritePages(BlockWriter& writer, std::int32_t pages, std::int32_t copies) {
 
 }  // namespace
 
-std::string SpoolDrawing(Run& run, const SpooledJob& job, const DocumentTicket& ticket) {
+std::string SpoolDrawing(Run& run, SpooledJob& job, const DocumentTicket& ticket) {
   const std::string pdf = job.DocumentPath();
   if (IsCutOff(run, pdf)) return "is cut off: its end is missing";
   const std::string said = AskForPages(run, pdf, job.path() + ".count");
@@ -147,6 +147,7 @@ std::string SpoolDrawing(Run& run, const SpooledJob& job, const DocumentTicket& 
   writer.Append(HexString(EncodeText(run.host.codePage, pdf)) + " TessaryOpen\r\n");
   WritePages(writer, count, copies);
   writer.Append("%%Trailer\r\n" + std::to_string(count * copies) + " TessaryClose\r\n%%EOF\r\n");
+  job.SetPages(count * copies);
   Failure failure = writer.Finish();
   if (!failure) failure = opened.value->Close();
   return failure ? "cannot be spooled: " + failure.text : "";

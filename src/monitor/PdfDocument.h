@@ -17,6 +17,6 @@ namespace tessary {
 /// and so opens the PDF as the job will do it. Returns why there can be no job, as the end of a sentence about
 /// the document ("needs a password"), or an empty text. A PDF with faults that Ghostscript can mend is printed;
 /// one that was cut off is not. Raises the errors of RunGhostscript.
-std::string SpoolDrawing(Run& run, const SpooledJob& job, const DocumentTicket& ticket);
+std::string SpoolDrawing(Run& run, SpooledJob& job, const DocumentTicket& ticket);
 
 }  // namespace tessary

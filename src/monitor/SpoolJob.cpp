@@ -49,10 +49,13 @@ Failure CopyStream(File& from, File& to) {
   }
 }
 
-std::string SpoolPostScript(Run& run, File& input, const DocumentRange& range, const SpooledJob& job,
+std::string SpoolPostScript(Run& run, File& input, const DocumentRange& range, SpooledJob& job,
                             const DocumentTicket& ticket) {
   const std::unique_ptr<File> output = Open(run, job.path(), OpenMode::Create);
-  return SpoolDocument(input, range, *output, ticket.copies);
+  std::int32_t pages = 0;
+  std::string problem = SpoolDocument(input, range, *output, ticket.copies, pages);
+  job.SetPages(pages);
+  return problem;
 }
 
 }  // namespace
@@ -63,7 +66,7 @@ SpooledJob::~SpooledJob() {
   run_.host.files.Remove(DocumentPath());
 }
 
-std::string SpoolJob(Run& run, const std::string& source, const SpooledJob& job, const DocumentTicket& ticket) {
+std::string SpoolJob(Run& run, const std::string& source, SpooledJob& job, const DocumentTicket& ticket) {
   const auto found = run.host.files.Find(source);
   const std::unique_ptr<File> input = Open(run, source, OpenMode::Read);
   if (!found || found->kind != FileKind::Other) return SpoolJob(run, *input, job, ticket);
@@ -72,7 +75,7 @@ std::string SpoolJob(Run& run, const std::string& source, const SpooledJob& job,
   return SpoolReceived(run, std::move(received), job, ticket);
 }
 
-std::string SpoolJob(Run& run, File& source, const SpooledJob& job, const DocumentTicket& ticket) {
+std::string SpoolJob(Run& run, File& source, SpooledJob& job, const DocumentTicket& ticket) {
   const DocumentRange range = FindDocument(source);
   if (!range.problem.empty()) return range.problem;
   if (!range.isPdf) return SpoolPostScript(run, source, range, job, ticket);
@@ -82,7 +85,7 @@ std::string SpoolJob(Run& run, File& source, const SpooledJob& job, const Docume
   return failure ? Unspoolable(failure) : SpoolDrawing(run, job, ticket);
 }
 
-std::string SpoolReceived(Run& run, std::unique_ptr<File> received, const SpooledJob& job,
+std::string SpoolReceived(Run& run, std::unique_ptr<File> received, SpooledJob& job,
                           const DocumentTicket& ticket) {
   const DocumentRange range = FindDocument(*received);
   if (!range.problem.empty()) return range.problem;

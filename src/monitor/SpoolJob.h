@@ -5,6 +5,7 @@
 // job.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <utility>
@@ -34,12 +35,16 @@ class SpooledJob {
   [[nodiscard]] const std::string& path() const { return path_; }
   /// The file beside it that holds a PDF.
   [[nodiscard]] std::string DocumentPath() const { return path_ + ".pdf"; }
+  /// How many pages the document announces, all copies together; 0: it says nothing of them.
+  [[nodiscard]] std::int32_t Pages() const { return pages_; }
+  void SetPages(std::int32_t pages) { pages_ = pages; }
   /// The files stay.
   void Keep() { kept_ = true; }
 
  private:
   Run& run_;
   std::string path_;
+  std::int32_t pages_ = 0;
   bool kept_ = false;
 };
 
@@ -49,14 +54,14 @@ class SpooledJob {
 /// and the errors of RunGhostscript, which is asked for the pages of a PDF. Whatever happens, what is left
 /// behind are the files of `job`; the PDF is one of them only where the document is a PDF, or there was a
 /// problem.
-std::string SpoolJob(Run& run, const std::string& source, const SpooledJob& job, const DocumentTicket& ticket);
+std::string SpoolJob(Run& run, const std::string& source, SpooledJob& job, const DocumentTicket& ticket);
 
 /// The same for an open file that is able to seek; it is read and no more.
-std::string SpoolJob(Run& run, File& source, const SpooledJob& job, const DocumentTicket& ticket);
+std::string SpoolJob(Run& run, File& source, SpooledJob& job, const DocumentTicket& ticket);
 
 /// The same for a document that has come in pieces and been written to `job.DocumentPath()`, opened with
 /// OpenMode::Create: a PDF stays where it is.
-std::string SpoolReceived(Run& run, std::unique_ptr<File> received, const SpooledJob& job,
+std::string SpoolReceived(Run& run, std::unique_ptr<File> received, SpooledJob& job,
                           const DocumentTicket& ticket);
 
 }  // namespace tessary

@@ -31,11 +31,15 @@ class Spooler {
  public:
   Spooler(BlockReader& reader, BlockWriter& writer) : reader_(reader), writer_(writer) {}
 
-  void Spool(int copies) {
+  /// Gives the number of page comments.
+  std::int32_t Spool(int copies) {
     CopyHeader();
     writer_.Append(kDataProgram);
     writer_.Append(kPageMarkers);
-    if (copies <= 1) return CopyBody();
+    if (copies <= 1) {
+      CopyBody();
+      return pages_;
+    }
     writer_.Append(kCopyProgram);
     const std::uint64_t body = reader_.Position();
     for (int copy = 0; copy < copies && !writer_.failure(); ++copy) {
@@ -44,6 +48,7 @@ class Spooler {
       CopyBody();
       writer_.Append(kCopyEnds);
     }
+    return pages_;
   }
 
  private:
@@ -63,9 +68,7 @@ class Spooler {
   }
 
   void CopyBody() {
-    do {
-      CopySection();
-    } while (CopyPageLine());
+    for (CopySection(); CopyPageLine(); CopySection()) ++pages_;
   }
 
   void CopySection() {
@@ -123,15 +126,17 @@ class Spooler {
 
   PassageReader reader_;
   BlockWriter& writer_;
+  std::int32_t pages_ = 0;
   int depth_ = 0;  ///< documents around the current place, within the document itself
 };
 
 }  // namespace
 
-std::string SpoolDocument(File& input, const DocumentRange& range, File& output, int copies) {
+std::string SpoolDocument(File& input, const DocumentRange& range, File& output, int copies,
+                          std::int32_t& pages) {
   BlockReader reader(input, range.begin, range.end);
   BlockWriter writer(output);
-  Spooler(reader, writer).Spool(copies);
+  pages = Spooler(reader, writer).Spool(copies);
   if (reader.failure()) return "cannot be read: " + reader.failure().text;
   Failure failure = writer.Finish();
   if (!failure) failure = output.Close();

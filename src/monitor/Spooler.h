@@ -9,6 +9,7 @@
 // still be found by its comment.
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 #include "host/Files.h"
@@ -20,7 +21,8 @@ namespace tessary {
 /// program comes `copies` times, once at least, each time within a save and a restore: every copy is a document
 /// of its own, except that one which quits Ghostscript is the last. Returns why that failed, as the end of a
 /// sentence about the input, or an empty text. Memory is constant; text is read once a copy, a section that
-/// turns out to hold binary data once more.
-std::string SpoolDocument(File& input, const DocumentRange& range, File& output, int copies = 1);
+/// turns out to hold binary data once more. `pages` receives how many page comments were written.
+std::string SpoolDocument(File& input, const DocumentRange& range, File& output, int copies,
+                          std::int32_t& pages);
 
 }  // namespace tessary

@@ -91,7 +91,8 @@ class BackendTest(DeskTest):
         words, said = (process := self.start_backend(**options)).communicate(stream, timeout=60)
         self.assertEqual(words, b"")
         for line in said.decode().splitlines():
-            self.assertRegex(line, r"^(DEBUG|INFO|ERROR|STATE): [^\x00-\x1f]*$")
+            self.assertRegex(line, r"^(DEBUG|INFO|ERROR|PAGE|STATE): [^\x00-\x1f]*$")
+        self.pages = [line for line in said.decode().splitlines() if line.startswith("PAGE")]
         return process.returncode, [line for line in said.decode().splitlines() if line.startswith("ERROR")]
 
     def assertPrints(self, stream=b"", **options):
@@ -157,6 +158,7 @@ class Jobs(BackendTest):
         source.chmod(0o600)
         self.assertPrints(files=[source], copies=2)
         self.assertText(self.homes["a"] / "Title.pdf", "one", "two", "one", "two")
+        self.assertEqual(self.pages, ["PAGE: total 4"])
         link.symlink_to(source)
         for path in (link, self.root, "/dev/null", self.root / "missing"):
             self.assertFails("", files=[path])
@@ -179,7 +181,7 @@ class Jobs(BackendTest):
         gone, missing = call("/dev/zero", stdout=writer), call(self.root / "missing", stdout=writer)
         os.close(writer)
         self.assertRegex(gone.communicate()[1], rb"^DEBUG: [^\n]+\n$")
-        self.assertRegex(missing.communicate()[1], rb"^ERROR: The document cannot be opened: [^\n]+\n$")
+        self.assertRegex(missing.communicate()[1], rb"^ERROR: The document cannot be read: [^\n]+\n$")
         self.assertEqual((gone.returncode, missing.returncode), (0, 1))
 
     def test_what_programs_of_the_user_get(self):

@@ -36,7 +36,7 @@ struct PdfDocumentTest : testing::Test {
   }
   std::string Spool(const std::string& document, const DocumentTicket& ticket = {}) {
     machine.files.Put(kIn, document);
-    const SpooledJob job(run, kSpool);
+    SpooledJob job(run, kSpool);
     const std::string problem = SpoolJob(run, kIn, job, ticket);
     spooled = machine.files.Exists(kSpool) ? machine.files.Text(kSpool) : "";
     drawn = machine.files.Exists(kSpool + ".pdf") ? machine.files.Text(kSpool + ".pdf") : "";
@@ -101,13 +101,14 @@ TEST_F(PdfDocumentTest, OnlyTheDocumentIsKept) {
     EXPECT_EQ(drawn, kept);
 
     ExpectCount("\nPages: 1\n");
-    const SpooledJob job(run, kSpool);
+    SpooledJob job(run, kSpool);
     auto received = machine.files.Open(job.DocumentPath(), OpenMode::Create);
     ASSERT_FALSE(received.value->Write(sent));
-    EXPECT_EQ(SpoolReceived(run, std::move(received.value), job, {}), "");
+    EXPECT_EQ(SpoolReceived(run, std::move(received.value), job, {"", "", 3}), "");
+    EXPECT_EQ(job.Pages(), 3);
     EXPECT_EQ(machine.files.Text(job.DocumentPath()), kept);
   }
-  const SpooledJob job(run, kSpool);
+  SpooledJob job(run, kSpool);
   auto received = machine.files.Open(job.DocumentPath(), OpenMode::Create);
   ASSERT_FALSE(received.value->Write("%!\nshowpage\n"));
   EXPECT_EQ(SpoolReceived(run, std::move(received.value), job, {}), "");
@@ -138,7 +139,7 @@ TEST_F(PdfDocumentTest, EveryFullDiskIsTold) {
         .Writes(kSpool + ".count.out", "\nPages: 1\n")
         .Exits(0)
         .Repeats();
-    const SpooledJob job(faulty, kSpool);
+    SpooledJob job(faulty, kSpool);
     std::string problem;
     try {
       problem = SpoolJob(faulty, kIn, job, {});

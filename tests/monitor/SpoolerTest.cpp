@@ -20,13 +20,18 @@ using namespace std::string_literals;
 const std::string kIn = R"(C:\in.ps)", kOut = R"(C:\out.ps)";
 
 /// Spools `document`; gives the problem, or an empty text with the result in kOut.
-std::string Spool(SimulatedMachine& machine, Files& files, const std::string& document, int copies = 1) {
+std::string Spool(SimulatedMachine& machine, Files& files, const std::string& document, int copies = 1,
+                  std::int32_t announced = -1) {
   machine.files.Put(kIn, document);
   const auto input = files.Open(kIn, OpenMode::Read);
   const auto output = files.Open(kOut, OpenMode::Create);
   if (!output.ok()) return output.failure.text;
   const DocumentRange range = FindDocument(*input.value);
-  return range.problem.empty() ? SpoolDocument(*input.value, range, *output.value, copies) : range.problem;
+  if (!range.problem.empty()) return range.problem;
+  std::int32_t pages = 0;
+  const std::string problem = SpoolDocument(*input.value, range, *output.value, copies, pages);
+  if (announced >= 0) EXPECT_EQ(pages, announced);
+  return problem;
 }
 
 std::string Spooled(const std::string& document) {
@@ -130,7 +135,7 @@ TEST(Spooler, EachCopyIsADocumentOfItsOwn) {
   SimulatedMachine machine;
   const std::string copy =
       "userdict /TessaryBefore save put\r\n%%Page: 1 1\r\nA\r\n%%Page: 2 2\r\n<D\1>\r\nTessaryCopied\r\n";
-  ASSERT_EQ(Spool(machine, machine.files, "%!\n%%Title: x\n%%Page: 1 1\nA\n%%Page: 2 2\n\1", 3), "");
+  ASSERT_EQ(Spool(machine, machine.files, "%!\n%%Title: x\n%%Page: 1 1\nA\n%%Page: 2 2\n\1", 3, 6), "");
   const std::string spooled = Restored(machine.files.Text(kOut), "", "<D", ">");
   const std::string body = spooled.substr(spooled.find("userdict /TessaryBefore save"));
   EXPECT_EQ(body, copy + copy + copy);

@@ -90,10 +90,10 @@ bool BackendDocument::Print(const ByteSource& source, const std::string& title, 
   run_.job.SessionId = session;
   std::string problem;
   try {
-    const SpooledJob spooled(run_,
-                             JoinPath(run_.host.paths, GetTemporaryFolder(run_), "print-" + session + ".ps"));
+    SpooledJob spooled(run_, JoinPath(run_.host.paths, GetTemporaryFolder(run_), "print-" + session + ".ps"));
     problem = Spool(Receive(source, spooled.DocumentPath()), spooled, {title, ticket_.user, copies});
     if (problem.empty()) problem = HandOver({session, spooled.path(), title, ticket_.printer, {}});
+    if (problem.empty()) report_.Pages(spooled.Pages());
   } catch (const Error& error) {
     if (error.number() == failures::kCancelled) {
       RemoveSessionFiles(run_, GetTemporaryFolder(run_), session);
@@ -110,7 +110,7 @@ bool BackendDocument::Print(const ByteSource& source, const std::string& title, 
 
 /// Spooling runs foreign documents through readers and Ghostscript, so it is done by a copy of this process,
 /// which can be ended in the middle of all that.
-std::string BackendDocument::Spool(std::unique_ptr<File> received, const SpooledJob& spooled,
+std::string BackendDocument::Spool(std::unique_ptr<File> received, SpooledJob& spooled,
                                    const DocumentTicket& document) {
   const Pipe words = MakePipe();
   Result<ChildProcess> child = ChildProcess::Fork([&] {
@@ -121,7 +121,8 @@ std::string BackendDocument::Spool(std::unique_ptr<File> received, const Spooled
     } catch (const Error& error) {
       problem = error.description();
     }
-    WriteAll(words.to.Get(), CutText(problem, kMostWords));
+    const std::string answer = problem.empty() ? std::to_string(spooled.Pages()) : CutText(problem, kMostWords);
+    WriteAll(words.to.Get(), answer);
     return problem.empty() ? EXIT_SUCCESS : EXIT_FAILURE;
   });
   RaiseIf(child.failure);
@@ -130,9 +131,10 @@ std::string BackendDocument::Spool(std::unique_ptr<File> received, const Spooled
     throw Error(failure);
   }
   child.value.Wait(INT_MAX);
-  if (child.value.ExitCode() == EXIT_SUCCESS) return {};
-  const std::string problem = ReadWords(words.from);
-  return problem.empty() ? "it cannot be read" : problem;
+  const std::string answer = ReadWords(words.from);
+  if (child.value.ExitCode() != EXIT_SUCCESS) return answer.empty() ? "it cannot be read" : answer;
+  spooled.SetPages(SafeLong(answer));
+  return {};
 }
 
 /// Why `gui` made no PDF of the job; empty when it did.

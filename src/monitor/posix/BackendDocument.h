@@ -33,7 +33,7 @@ class BackendDocument {
   bool Print(const ByteSource& source, const std::string& title, int copies);
 
  private:
-  std::string Spool(std::unique_ptr<File> received, const SpooledJob& spooled, const DocumentTicket& document);
+  std::string Spool(std::unique_ptr<File> received, SpooledJob& spooled, const DocumentTicket& document);
   std::string HandOver(GuiJob job);
   GuiOutcome RunGui(const GuiJob& job);
   GuiOutcome RunGuiHere(const GuiJob& job);

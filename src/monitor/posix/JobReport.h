@@ -2,6 +2,7 @@
 // server's. Other lines could be taken for such words, so all of them go through here.
 #pragma once
 
+#include <cstdint>
 #include <iosfwd>
 #include <string>
 #include <string_view>
@@ -25,6 +26,10 @@ class JobReport {
   void Error(std::string_view text) { Say("ERROR:", text); }
   /// A line of the log alone.
   void Debug(std::string_view text) { Say("DEBUG:", text); }
+  /// So many pages have been printed, for the server's accounts; 0: nobody knows.
+  void Pages(std::int32_t pages) {
+    if (pages > 0) Say("PAGE:", "total " + std::to_string(pages));
+  }
   /// The document is where the user has the next word, or no longer.
   void Waits(bool waits) {
     Say("STATE:", waits ? "+cups-waiting-for-job-completed" : "-cups-waiting-for-job-completed");
