@@ -73,8 +73,8 @@ def main():
             source.write_text(document(pages), newline="")
             if kind == "PDF":
                 source = embedded(source, place / f"{pages}.pdf")
-            pairs = [(seconds(server, user, "PDF_Printer", source, ours), seconds(server, user, "theirs", source, theirs))
-                     for _ in range(10)]
+            pairs = [(seconds(server, user, "PDF_Printer", source, ours),
+                      seconds(server, user, "theirs", source, theirs)) for _ in range(10)]
             mine, other = (statistics.median(column) for column in zip(*pairs))
             report(f"lp to the PDF, {pages} pages of {kind}: ours, theirs, ratio",
                    f"{mine * 1000:.0f} ms {other * 1000:.0f} ms {mine / other:.2f}", f"at most {target}")

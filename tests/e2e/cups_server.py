@@ -86,7 +86,8 @@ class Server:
             "PRIVATE_CUPSD_ADDITIONS": str(self.installed / "usr/lib/cups"), "PRIVATE_CUPSD_LISTEN": listen,
             "PRIVATE_CUPSD_SETENV": "".join(f"{name} {value}\n" for name, value in variables.items())}
         self.environment = {name: value for name, value in os.environ.items() if name != "DISPLAY"} | {
-            "CUPS_SERVER": str(root / "server/run/cups.sock"), "TESSARY_MACHINE_SETTINGS": str(machine), "LC_ALL": "C.UTF-8"}
+            "CUPS_SERVER": str(root / "server/run/cups.sock"), "TESSARY_MACHINE_SETTINGS": str(machine),
+            "LC_ALL": "C.UTF-8"}
         self.control("start")
 
     def control(self, command):
@@ -97,8 +98,8 @@ class Server:
         """Exit code and words of a command that `user` starts (default: whoever runs the test), without a terminal."""
         who = {"user": user.id, "group": pwd.getpwuid(user.id).pw_gid, "extra_groups": []} if user and user.made else {}
         home = {"HOME": str(user.home if user else self.root)}
-        done = subprocess.run([*map(str, command)], env=self.environment | home, capture_output=True, text=True, cwd="/",
-                              stdin=subprocess.DEVNULL, start_new_session=True, timeout=120, **who, **options)
+        done = subprocess.run([*map(str, command)], env=self.environment | home, capture_output=True, text=True,
+                              cwd="/", stdin=subprocess.DEVNULL, start_new_session=True, timeout=120, **who, **options)
         return done.returncode, done.stdout + done.stderr
 
     def printer(self, *arguments, **options):

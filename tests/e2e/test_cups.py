@@ -9,6 +9,7 @@ import socket
 import struct
 import subprocess
 import unittest
+import unittest.mock
 import zlib
 
 import desk
@@ -94,7 +95,8 @@ class CupsTest(unittest.TestCase):
         self.assertEqual(text_of(path), list(pages))
 
     def assertNothingLeft(self):
-        wait_for(lambda: all(self.server.is_idle(queue) for queue in ("PDF_Printer", "PDF_Printer_Sales")), "idle printers")
+        queues = ("PDF_Printer", "PDF_Printer_Sales")
+        wait_for(lambda: all(self.server.is_idle(queue) for queue in queues), "idle printers")
         for user in self.users.values():
             self.assertEqual([name for name in user.spool() if not name.endswith("_printer.log")], [])
 
@@ -124,14 +126,16 @@ class Printing(CupsTest):
     def test_raw_documents_and_copies(self):
         self.print("-t", "raw", "-o", "raw", self.pdf("a.pdf", "one"))
         self.assertPdf(self.a, "raw.pdf", "one")
-        for name, source in (("pdf", self.pdf("b.pdf", "one", "two")), ("ps", self.file("b.ps", desk.document("one", "two")))):
+        for name, source in (("pdf", self.pdf("b.pdf", "one", "two")),
+                             ("ps", self.file("b.ps", desk.document("one", "two")))):
             with self.subTest(name):
                 self.print("-t", name, "-n", "3", source)
                 self.assertPdf(self.a, f"{name}.pdf", *["one", "two"] * 3)
 
     def test_pages_keep_their_size_unless_they_are_to_be_arranged(self):
         source = self.file("sizes.ps", b"".join(
-            b"<</PageSize[%d %d]>>setpagedevice /Helvetica findfont 20 scalefont setfont 20 40 moveto (%d) show showpage\n" %
+            b"<</PageSize[%d %d]>>setpagedevice /Helvetica findfont 20 scalefont setfont\n"
+            b"20 40 moveto (%d) show showpage\n" %
             (width, height, width) for width, height in ((842, 1191), (300, 200), (612, 792), (595, 842))))
         pdf = self.files / "sizes.pdf"
         desk.bare(source, pdf)
@@ -214,8 +218,8 @@ class Printing(CupsTest):
 class Administration(CupsTest):
     def test_printers_come_and_go(self):
         server = self.server
-        code, words = server.printer("add", 'The "new" one #1/2 [Büro]', "--location", "2nd floor", "--paper", "Letter",
-                                     "--default")
+        code, words = server.printer("add", 'The "new" one #1/2 [Büro]', "--location", "2nd floor",
+                                     "--paper", "Letter", "--default")
         self.assertEqual((code, words), (0, ""))
         lines = server.printer("list")[1].splitlines()
         self.assertEqual([line.split()[-4:] for line in lines],
@@ -259,9 +263,8 @@ class Administration(CupsTest):
             self.assertEqual((code, "sudo" in said), (1, True), said)
         self.assertEqual(self.server.run("lpstat", "-v")[1], before)
         self.server.run("lpadmin", "-x", "foreign")
-        self.server.environment["CUPS_SERVER"], socket_name = str(self.place / "nobody"), self.server.environment["CUPS_SERVER"]
-        self.assertEqual(self.server.printer("list")[0], 1)
-        self.server.environment["CUPS_SERVER"] = socket_name
+        with unittest.mock.patch.dict(self.server.environment, CUPS_SERVER=str(self.place / "nobody")):
+            self.assertEqual(self.server.printer("list")[0], 1)
 
 
 @only_root
