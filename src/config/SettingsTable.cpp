@@ -36,7 +36,7 @@ constexpr SettingKey kKeys[] = {
     {"permissions", "", Listed, Text, Security,
      "what readers may do, as a sum: `61632`, and `4` for printing, `2048` more for printing in high quality, "
      "`16` for copying; empty: everything"},
-    {"settingsprogram", "", Listed, Text, Maintenance, "kept in the files for older ones; nothing reads it"},
+    {"settingsprogram", "", Listed, Text, Maintenance, "kept in the files; nothing reads it"},
     {"showpdf", "ask", Listed, Text, Display,
      "opens the finished document: `yes`, `no`, or `ask`, which puts a check box into the dialog or, without "
      "the dialog, asks"},

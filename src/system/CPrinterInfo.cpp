@@ -15,8 +15,8 @@ struct StatusWord {
   const char* text;
 };
 
-/// Whole values, not bits. The spelling of two of them, and the sign of "Initializing", are meant: scripts
-/// compare these texts.
+/// Whole values, not bits. The spelling of "Output Bill Full" and the sign of "Initializing" are meant: 32768
+/// reads "8000".
 constexpr StatusWord kStatusWords[] = {
     {0, "Ready"},
     {printing::kPaused, "Paused"},

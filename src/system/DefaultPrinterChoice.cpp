@@ -36,7 +36,8 @@ bool ChooseInProfile(Run& run, const std::string& name) {
   if (driver == std::string::npos) return false;
   const std::size_t port = ports.find(',', driver + 1);
   if (port == std::string::npos) return false;
-  return run.host.defaultPrinter.WriteProfile("Windows", "device", name + "," + ports.substr(0, port));
+  run.host.defaultPrinter.WriteProfile("Windows", "device", name + "," + ports.substr(0, port));
+  return true;  // the windows are told even where the profile could not be written
 }
 
 }  // namespace

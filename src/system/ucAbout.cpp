@@ -13,7 +13,7 @@ namespace {
 
 void AddLabel(Run& run, Control& panel, const char* name, const std::string& text) {
   const auto row = static_cast<std::int16_t>(panel.children.size());
-  Control& label = panel.Add(ControlKind::Label, name, text, {row, 0});
+  Control& label = panel.Add(ControlKind::Label, name, ReplaceAll(text, "&", "&&"), {row, 0});
   if (run.labels.charset != charsets::kDefault) label.font.charset = run.labels.charset;
 }
 

@@ -36,6 +36,9 @@ TEST(CupsRecords, DevicesAreNamedByWhatPeopleSee) {
       {"open[a]", "Open [", "open[a]"},
       {"umlaut", "Drucker für Büro [報告]", "Drucker für Büro [報告]"},
       {"office", "Office printer", "Office printer"},
+      {"a", "P (y)", "P (y)"},
+      {"b", "P", "P"},
+      {"y", "P", "P (y) (y)"},
   };
   std::vector<CupsAttributes> printers;
   for (const auto& each : cases) printers.push_back(Printer(each.queue, each.description));
@@ -286,14 +289,14 @@ TEST_F(PrivateCups, AServerThatStopsIsNotWaitedForTwice) {
   ASSERT_TRUE(Cups("lpadmin -p sales -E -v tessary:/"));
   Ask([&](tessary::Run& run) {
     ASSERT_EQ(run.host.spooler.CountPrinters(), 1);
-    ASSERT_TRUE(Shell("kill -STOP $(cat '" + root_ + "/run/cupsd.pid')"));
+    ASSERT_TRUE(Shell("kill -STOP $(cat '" + root_ + "/server.pid')"));
     const auto start = std::chrono::steady_clock::now();
     CPrinterInfo printer(run);
     printer.SetDeviceName("sales");
     EXPECT_EQ(printer.PortName(), "");
     EXPECT_TRUE(GetInstances(run).empty());
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
-    ASSERT_TRUE(Shell("kill -CONT $(cat '" + root_ + "/run/cupsd.pid')"));
+    ASSERT_TRUE(Shell("kill -CONT $(cat '" + root_ + "/server.pid')"));
   });
 }
 

@@ -30,7 +30,9 @@ std::string Spool(SimulatedMachine& machine, Files& files, const std::string& do
   if (!range.problem.empty()) return range.problem;
   std::int32_t pages = 0;
   const std::string problem = SpoolDocument(*input.value, range, *output.value, copies, pages);
-  if (announced >= 0) EXPECT_EQ(pages, announced);
+  if (announced >= 0) {
+    EXPECT_EQ(pages, announced);
+  }
   return problem;
 }
 

@@ -85,7 +85,28 @@ TEST_F(PrinterTest, StatusTextTakesWholeValues) {
   const std::pair<std::uint32_t, const char*> cases[] = {
       {0, "Ready"},
       {1, "Paused"},
+      {2, "Error"},
+      {4, "Deleting..."},
+      {8, "Paper Jam"},
+      {16, "Paper Out"},
+      {32, "Manual Feed Required"},
+      {64, "Paper Problem"},
+      {128, "Offline"},
+      {256, "Downloading Job"},
+      {512, "Busy"},
+      {1024, "Printing"},
       {2048, "Output Bill Full"},
+      {4096, "Not Available"},
+      {8192, "Waiting"},
+      {16384, "Processing Job"},
+      {65536, "Warming Up"},
+      {131072, "Toner Low"},
+      {262144, "Toner Out"},
+      {524288, "Page too Complex"},
+      {1048576, "User Intervention Required"},
+      {2097152, "Out of Memory"},
+      {4194304, "Door Open"},
+      {8388608, "Unable to connect"},
       {16777216, "Power Save Mode"},
       {0xFFFF8000, "Initializing"},
       {32768, "8000"},
@@ -174,7 +195,7 @@ TEST_F(PrinterTest, TheDefaultPrinterIsKeptByThePlatform) {
   }
 }
 
-TEST_F(PrinterTest, ADefaultThatCannotBeSetIsNotAnnounced) {
+TEST_F(PrinterTest, APrinterWithoutPortIsNoDefault) {
   spooler.Add("Laser", "LPT1:");
   machine.system.version.majorVersion = 4;
   for (const char* ports : {"", "driver", "driver,LPT1:"}) {
@@ -185,7 +206,7 @@ TEST_F(PrinterTest, ADefaultThatCannotBeSetIsNotAnnounced) {
   spooler.profile["PrinterPorts/Laser"] = "driver,LPT1:,15";
   spooler.refused = {"profile Windows/device"};
   Printer("Laser").SetIsDefault(true);
-  EXPECT_EQ(spooler.calls, "profile Windows/device; ");
+  EXPECT_EQ(spooler.calls, "profile Windows/device; broadcast 26 500; ");
 }
 
 TEST_F(PrinterTest, TheQueueFollowsTheSpooler) {

@@ -7,6 +7,7 @@
 #include "system/Conversions.h"
 #include "system/Error.h"
 #include "tests/support/SimulatedMachine.h"
+#include "ui/Tabs.h"
 #include "ui/frmMacros.h"
 #include "ui/frmOptions.h"
 #include "ui/modLocalize.h"
@@ -139,13 +140,14 @@ TEST_F(OptionsTest, CancellingWritesNothing) {
 }
 
 TEST_F(OptionsTest, DefaultsAreTakenOnYesAlone) {
-  Put("output=D:\\a.pdf\r\nrunonsuccess=cmd\r\nhandmade=1\r\n");
+  Put("output=D:\\a.pdf\r\nrunonsuccess=cmd\r\nhandmade=1\r\npermissions=61632\r\n");
   machine.desktop.answers = {box::kAnswerNo, box::kAnswerCancel, box::kAnswerYes};
   EXPECT_TRUE(Show([](Form& form) {
     for (const bool reset : {false, false, true}) {
       form.Press(form["cmdReset"]);
       EXPECT_EQ(form["txtPDFFileName"].text == R"(D:\a.pdf)", !reset);
     }
+    EXPECT_EQ(Content(form), "[defaults]");
     form.Press(form["cmdOK"]);
   }));
   EXPECT_EQ(machine.desktop.boxes.at(0).text,
@@ -226,6 +228,68 @@ TEST_F(OptionsTest, EveryControlHasItsHelp) {
     }
     form.SetFocus(form["cbWatermarkRotation"]);
     EXPECT_GT(form["cbWatermarkRotation"].selLength, 10);
+  });
+}
+
+TEST_F(OptionsTest, EveryControlHasTheHelpOfItsOwn) {
+  const std::pair<const char*, const char*> topics[] = {
+      {"txtPDFFileName", "pdffilename"},
+      {"cmdBrowsePDFFileName", "browsepdf"},
+      {"chkConfirmOverwrite", "confirmoverwrite"},
+      {"chkRememberLastFileName", "rememberlastfilename"},
+      {"chkRememberLastFolderName", "rememberlastfoldername"},
+      {"optShowPDF", "showpdf"},
+      {"optShowDialog", "showsaveas"},
+      {"rbShowSettings", "showsettings"},
+      {"chkSuppressErrors", "suppresserrors"},
+      {"cbQuality", "quality"},
+      {"txtAuthor", "author"},
+      {"txtTitle", "title"},
+      {"txtSubject", "subject"},
+      {"txtKeywords", "keywords"},
+      {"chkUseDefaultAuthor", "usedefaultauthor"},
+      {"chkUseDefaultTitle", "usedefaulttitle"},
+      {"txtWatermarkText", "watermarktext"},
+      {"cbWatermarkFontName", "watermarkfontname"},
+      {"txtWatermarkFontSize", "watermarkfontsize"},
+      {"cbWatermarkRotation", "watermarkrotation"},
+      {"txtWatermarkColor", "watermarkcolor"},
+      {"cmdBrowseWatermarkColor", "watermarkcolor"},
+      {"txtWatermarkOutlineWidth", "watermarkoutlinewidth"},
+      {"cbWatermarkLayer", "watermarklayer"},
+      {"cbWatermarkVerticalPosition", "watermarkposition"},
+      {"txtWatermarkHorizontalAdjustment", "watermarkposition"},
+      {"txtAppendFileName", "appendfilename"},
+      {"cmdAppendFileName", "browsepdf"},
+      {"cbAppendPosition", "appendposition"},
+      {"txtSuperimposeFileName", "superimposefilename"},
+      {"cmdSuperimposeFileName", "browsepdf"},
+      {"txtOwnerPassword", "ownerpassword"},
+      {"txtUserPassword", "userpassword"},
+      {"cbKeyLength", "keylength"},
+      {"chkPermissions", "setpermissions"},
+      {"cbPermissionsPrint", "permissionsprint"},
+      {"chkPermissionsCopy", "permissionscopy"},
+      {"chkOpenFolder", "openfolder"},
+      {"cbZoom", "zoom"},
+      {"cmdMacro", "macros"},
+      {"cmdOK", "ok"},
+      {"cmdCancel", "cancel"},
+      {"cmdReset", "defaults"},
+  };
+  Show([&](Form& form) {
+    for (const auto& [name, topic] : topics) {
+      Control& control = form[name];
+      ShowPageOf(form, control);
+      form.SetFocus(control);
+      if (std::string(name) == "chkPermissionsCopy") form.Press(control);
+      EXPECT_EQ(Content(form), "[" + std::string(topic) + "]") << name;
+    }
+    for (const char* page :
+         {"general", "about", "dialogs", "document", "watermark", "merge", "security", "other"}) {
+      SelectTab(form, form["tc"], page);
+      EXPECT_EQ(Content(form), "[tab_" + std::string(page) + "]");
+    }
   });
 }
 

@@ -139,7 +139,8 @@ std::vector<Queue> QueuesOf(const std::vector<CupsAttributes>& printers) {
   for (const CupsAttributes& printer : printers) {
     const std::string name = TextOf(printer, "printer-name");
     std::string device = DeviceOf(name, TextOf(printer, "printer-info"));
-    if (std::any_of(queues.begin(), queues.end(), [&](const Queue& other) { return other.device == device; }))
+    while (
+        std::any_of(queues.begin(), queues.end(), [&](const Queue& other) { return other.device == device; }))
       device += " (" + name + ")";
     queues.push_back({name, device});
   }
@@ -156,6 +157,8 @@ PrinterRecord PrinterOf(const std::string& device, const CupsAttributes& printer
   record.driverName = TextOf(printer, "printer-make-and-model");
   record.comment = TextOf(printer, "printer-info");
   record.location = TextOf(printer, "printer-location");
+  if (const std::string sheet = TextOf(printer, "job-sheets-default"); sheet != "none")
+    record.separatorFile = sheet;
   record.attributes =
       (isShared ? printing::kIsShared : 0) | (isRemote ? printing::kIsNetwork : printing::kIsLocal);
   record.priority = record.defaultPriority = NumberOf(printer, "job-priority-default");
