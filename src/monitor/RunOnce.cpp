@@ -13,10 +13,11 @@ namespace {
 /// How long another job may wait for the lock after its turn has come. This job itself waits for nothing.
 constexpr int kLookMilliseconds = 10;
 
-/// The settings that the job begins with.
-Settings BaseSettings(Run& run, const std::string& runOnceFile) {
-  const std::string file = FileExists(run, runOnceFile) ? runOnceFile : GetSettingsFile(run);
-  if (!FileExists(run, file)) WriteConfig(run, file, GetDefaultConfig());
+/// Stands in the files that are written here. No job reads it.
+constexpr const char* kJobMark = "printjob";
+
+/// The settings in `file`, their keys in lower case.
+Settings SettingsIn(Run& run, const std::string& file) {
   IniFile ini(run);
   if (!ini.Load(file))
     throw Error(errors::kSettingsUnreadable, "Unable to load settings from '" + file + "'. Error " +
@@ -28,6 +29,19 @@ Settings BaseSettings(Run& run, const std::string& runOnceFile) {
   return settings;
 }
 
+/// The settings that the job begins with. A run-once file from here that nobody took is that of a job which was
+/// killed, and of no other.
+Settings BaseSettings(Run& run, const std::string& runOnceFile) {
+  if (FileExists(run, runOnceFile)) {
+    Settings once = SettingsIn(run, runOnceFile);
+    if (!once->Exists(kJobMark)) return once;
+    run.host.files.Remove(runOnceFile);
+  }
+  const std::string file = GetSettingsFile(run);
+  if (!FileExists(run, file)) WriteConfig(run, file, GetDefaultConfig());
+  return SettingsIn(run, file);
+}
+
 }  // namespace
 
 RunOnce::RunOnce(Run& run, const std::vector<std::pair<std::string, std::string>>& settings)
@@ -37,6 +51,7 @@ RunOnce::RunOnce(Run& run, const std::vector<std::pair<std::string, std::string>
   lock_ = std::move(lock.value);
   const Settings once = BaseSettings(run, file_);
   for (const auto& [key, value] : settings) once->Set(key, value);
+  once->Set(kJobMark, "yes");
   written_ = EncodeText(run.host.codePage, GetConfigContent(once));
   WriteConfig(run, file_, once);
 }

@@ -15,8 +15,8 @@ import unittest
 
 from desk import PROGRAMS, DeskTest, bitmap, document
 
-HERE = "finishings=3 job-originating-host-name=localhost time-at-creation=1"
-ELSEWHERE = HERE.replace("localhost", "10.0.0.2")
+OPTIONS = "finishings=3 job-originating-host-name=localhost time-at-creation=1"
+OWN, COMMON = "tessary:/own", "tessary:/common"
 IS_ROOT = os.geteuid() == 0
 CANCEL = 5
 LOOP = b"%!PS-Adobe-3.0\n%%Page: 1 1\n{ 1 pop } loop\n"
@@ -71,9 +71,9 @@ class BackendTest(DeskTest):
         self.settings(**{"output": self.homes[key] / "<docname>.pdf"} | values)
         self.give(self.homes[key], key)
 
-    def start_backend(self, user="a", title="Title", copies=1, options=HERE, files=(), limit=None, **variables):
+    def start_backend(self, user="a", title="Title", copies=1, options=OPTIONS, files=(), limit=None, **variables):
         """In the environment of a print server: nothing in it is the user's."""
-        variables = {"PRINTER": "pdf", "HOME": "/nowhere", "TMPDIR": "/nowhere", "USER": "root", "PATH": "/nowhere",
+        variables = {"PRINTER": "pdf", "DEVICE_URI": OWN, "HOME": "/nowhere", "TMPDIR": "/nowhere", "USER": "root", "PATH": "/nowhere",
                      "LANG": "en.UTF-8", "CUPS_SERVERROOT": "/nowhere", "TESSARY_PROGRAMS": str(self.installed),
                      "TESSARY_MACHINE_SETTINGS": str(self.machine)} | variables
         if not IS_ROOT:
@@ -165,7 +165,7 @@ class Jobs(BackendTest):
 
     def test_both_programs_together(self):
         def call(*files, **options):
-            return subprocess.Popen([self.installed / "tessaryframe", "7", "a", "Title", "2", HERE, *files],
+            return subprocess.Popen([self.installed / "tessaryframe", "7", "a", "Title", "2", OPTIONS, *files],
                                     env={"CONTENT_TYPE": "a b\n"}, stderr=subprocess.PIPE, **options)
         stream = call(self.file("f", document("one")), stdout=subprocess.PIPE).communicate()[0]
         cut = call(stdin=subprocess.PIPE, stdout=subprocess.PIPE)
@@ -208,13 +208,16 @@ class Users(BackendTest):
     def test_each_prints_as_oneself_or_not_at_all(self):
         for user, words in (("root", "root does not print"), ("lp", "'lp' is an account"), ("../b", "no user '../b'")):
             self.assertFails(words, frame(document("x")), user=user)
+        for device in ("tessary:/", "tessary:/common/", "tessary://common", ""):
+            self.assertFails("not added with tessary-printer", frame(document("x")), DEVICE_URI=device)
+        self.assertFails("the printer is for all", frame(document("x")), DEVICE_URI=COMMON)
         self.homes["b"].chmod(0o700)
         self.write_settings("a", output=self.homes["b"] / "stolen.pdf")
         self.assertFails("could not be delivered", frame(document("x")))
         self.assertPrints(frame(document("x")), user="b")
         self.assertEqual(self.documents("b"), ["Title.pdf"])
 
-    def test_jobs_from_elsewhere(self):
+    def test_jobs_of_nobody_here(self):
         common = self.root / "common"
         common.mkdir()
         self.machine.write_text(f"[Settings]\nRemoteUser={self.users['b'].pw_name}\nRemoteFolder={common}\n")
@@ -223,15 +226,16 @@ class Users(BackendTest):
         self.write_settings("b", showsettings="always", output=self.homes["b"] / "usual.pdf")
         (common / "Title.pdf").write_bytes(b"an earlier document")
         self.assertPrints(frame(document("here")))
-        for user, options, title in (("stranger", ELSEWHERE, "Title"), ("a", ELSEWHERE, "Title"), ("root", HERE, "../<title>/x"),
-                                     ("a", HERE + " " + ELSEWHERE, ".profile")):
-            self.assertPrints(frame(document("x")), user=user, options=options, title=title)
+        self.assertPrints(frame(document("here")), title="Far", options=OPTIONS.replace("localhost", "10.0.0.2"))
+        for user, device, title in (("stranger", COMMON, "Title"), ("a", COMMON, "Title"), ("root", OWN, "../<title>/x"),
+                                    ("a", COMMON, ".profile")):
+            self.assertPrints(frame(document("x")), user=user, DEVICE_URI=device, title=title)
         self.assertEqual({path.name for path in common.iterdir()},
                          {"Title.pdf", "Title (2).pdf", "Title (3).pdf", "_.__title__x.pdf", "_profile.pdf"})
         self.assertEqual((common / "Title.pdf").read_bytes(), b"an earlier document")
         status = (common / "Title (2).pdf").stat()
         self.assertEqual((status.st_uid, stat.S_IMODE(status.st_mode)), (self.users["b"].pw_uid, 0o640))
-        self.assertEqual((self.documents("a"), self.documents("b")), (["Title.pdf"], []))
+        self.assertEqual((self.documents("a"), self.documents("b")), (["Far.pdf", "Title.pdf"], []))
         self.assertNothingLeft()
 
     def test_what_somebody_else_has_laid_in_the_place_of_the_spool(self):
@@ -242,8 +246,10 @@ class Users(BackendTest):
         for lay in (lambda: folder.symlink_to(trap), lambda: (folder.unlink(), folder.mkdir())):
             shutil.rmtree(folder, ignore_errors=True)
             lay()
-            self.assertFails("was not printed", frame(document("x")))
+            self.assertPrints(frame(document("x")))
             self.assertEqual([*trap.iterdir(), *folder.iterdir()], [])
+            own = self.homes["a"] / ".cache/tessary"
+            self.assertEqual(([path for path in own.rglob("*") if path.is_file()], stat.S_IMODE(own.stat().st_mode)), ([], 0o700))
 
 
 class BadInput(BackendTest):

@@ -244,9 +244,10 @@ class Administration(CupsTest):
         self.assertEqual(self.server.printer("remove", "Another")[0], 0)
 
     def test_refusals_change_nothing(self):
-        self.server.run("lpadmin", "-p", "foreign", "-E", "-v", "file:/dev/null", "-m", "raw")
+        self.server.run("lpadmin", "-p", "foreign", "-E", "-v", "file:/dev/null", "-m", "raw", "-u", "allow:nobody")
         before = self.server.run("lpstat", "-v")[1]
-        for words, *call in (("already", "add", "pdf PRINTER"), ("not a printer of", "remove", "foreign"),
+        for words, *call in (("already", "add", "pdf PRINTER"), ("already", "add", "foreign"),
+                             ("not a printer of", "remove", "foreign"),
                              ("not a printer of", "share", "foreign", "on"), ("no printer", "default", "nobody"),
                              ("no backend", "add", "Lonely")):
             with self.subTest(words):

@@ -77,13 +77,20 @@ TEST_F(PrintTest, SettingsOfTheJobGoOverTheUsers) {
                     "[PDF Printer]\r\nTitle=mine\r\noutput=old\r\nextra=kept\r\n");
   ExpectGui("-Sales");
   EXPECT_EQ(Print({"--printer", "P [Sales]", "--set", "output=new", "--set", "odd=1", R"(C:\a b.ps)"}), 0);
-  EXPECT_EQ(taken, "[PDF Printer]\r\n  title=mine\r\n  output=new\r\n  extra=kept\r\n  odd=1\r\n");
+  EXPECT_EQ(taken,
+            "[PDF Printer]\r\n  title=mine\r\n  output=new\r\n  extra=kept\r\n  odd=1\r\n  printjob=yes\r\n");
   EXPECT_NE(words.str().find("there is no setting named 'odd'"), std::string::npos);
 
   machine.files.Put(kData + "runonce-Sales.ini", "[PDF Printer]\r\ntitle=another program's\r\n");
   ExpectGui("-Sales");
   EXPECT_EQ(Print({"--printer", "P [Sales]", "--set", "output=new", R"(C:\a b.ps)"}), 0);
-  EXPECT_EQ(taken, "[PDF Printer]\r\n  title=another program's\r\n  output=new\r\n");
+  EXPECT_EQ(taken, "[PDF Printer]\r\n  title=another program's\r\n  output=new\r\n  printjob=yes\r\n");
+
+  machine.files.Put(kData + "runonce-Sales.ini",
+                    "[PDF Printer]\r\noutput=of a job that was killed\r\nprintjob=yes\r\n");
+  ExpectGui("-Sales");
+  EXPECT_EQ(Print({"--printer", "P [Sales]", R"(C:\a b.ps)"}), 0);
+  EXPECT_EQ(taken, "[PDF Printer]\r\n  title=mine\r\n  output=old\r\n  extra=kept\r\n  printjob=yes\r\n");
 }
 
 TEST_F(PrintTest, KeepsAFailedJobAndSaysWhere) {

@@ -286,7 +286,7 @@ TEST_F(OptionsTest, EveryControlHasTheHelpOfItsOwn) {
       EXPECT_EQ(Content(form), "[" + std::string(topic) + "]") << name;
     }
     for (const char* page :
-         {"general", "about", "dialogs", "document", "watermark", "merge", "security", "other"}) {
+         {"about", "general", "dialogs", "document", "watermark", "merge", "security", "other"}) {
       SelectTab(form, form["tc"], page);
       EXPECT_EQ(Content(form), "[tab_" + std::string(page) + "]");
     }

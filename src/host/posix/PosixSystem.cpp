@@ -77,8 +77,12 @@ std::string PosixSystem::Environment(const std::string& name) {
 }
 
 std::string PosixSystem::TempPath() {
-  const std::string own = PrivateFolder(EnvironmentValue("TMPDIR"));
-  return own.empty() ? PrivateFolder("/tmp") : own;
+  for (const std::string& base : {EnvironmentValue("TMPDIR"), std::string("/tmp")})
+    if (std::string own = PrivateFolder(base); !own.empty()) return own;
+  // Somebody else has taken the name there, which must not keep this user from working.
+  const std::string home = HomeFolder(), cache = Below(home, ".cache"), own = Below(cache, "tessary");
+  if (home.empty() || (mkdir(cache.c_str(), 0700) != 0 && errno != EEXIST)) return {};
+  return EnsureOwnFolder(own) ? own : "";
 }
 
 Result<Guid> PosixSystem::NewGuid() {

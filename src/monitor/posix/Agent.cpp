@@ -25,6 +25,7 @@ void Agent::Serve() {
     StartNext();
     if (!over_) Step();
   }
+  if (gui_ && HasSomething(gui_->Fd())) FinishCurrent();  // what is done is not to be done again
   KillCurrent();
   queue_.clear();
   newcomers_.clear();

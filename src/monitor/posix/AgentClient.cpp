@@ -1,10 +1,13 @@
 #include "monitor/posix/AgentClient.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <fcntl.h>
 #include <limits>
 #include <signal.h>
 #include <sys/socket.h>
+#include <sys/stat.h>
 #include <sys/syscall.h>
 
 #include "host/posix/ChildProcess.h"
@@ -29,7 +32,7 @@ class Errand {
  private:
   enum class Event : std::uint8_t { Packet, Cancel, TooLate };
 
-  Event AwaitEvent(std::int64_t deadline);
+  Event AwaitEvent(const GuiJob& job, std::int64_t deadline);
   /// True if the packet says how the errand has ended; the outcome is set then, or `why_`.
   bool Take(AgentPacket packet);
   void Cancel();
@@ -47,11 +50,18 @@ class Errand {
   std::string why_;  ///< there is no outcome
 };
 
-Errand::Event Errand::AwaitEvent(std::int64_t deadline) {
+/// `gui` cleans up what has lain in the temporary folder for two days; a dialog may wait longer for its user.
+void KeepYoung(const GuiJob& job) {
+  for (const char* ending : {"", ".pdf"}) utimensat(AT_FDCWD, (job.psFile + ending).c_str(), nullptr, 0);
+}
+
+Errand::Event Errand::AwaitEvent(const GuiJob& job, std::int64_t deadline) {
+  constexpr std::int64_t kDay = 24 * 3600 * 1000;
   std::array<pollfd, 2> entries{pollfd{line_.Get(), POLLIN, 0}, pollfd{cancelFd_, POLLIN, 0}};
   do {
-    if (PollUntil(deadline, entries.data(), entries.size()))
+    if (PollUntil(std::min(deadline, MonotonicMilliseconds() + kDay), entries.data(), entries.size()))
       return entries[1].revents != 0 ? Event::Cancel : Event::Packet;
+    KeepYoung(job);
   } while (MonotonicMilliseconds() < deadline);
   return Event::TooLate;
 }
@@ -104,7 +114,7 @@ std::optional<GuiOutcome> Errand::Await(const GuiJob& job) {
   const std::int64_t deadline = MonotonicMilliseconds() + kAnswerMilliseconds;
   bool over = false, whole = false;
   while (!over) {
-    switch (AwaitEvent(queued_ ? kWithoutLimit : deadline)) {
+    switch (AwaitEvent(job, queued_ ? kWithoutLimit : deadline)) {
       case Event::Packet:
         over = Take(ReceivePacket(line_.Get()));
         whole = over && outcome_;

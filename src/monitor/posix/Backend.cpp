@@ -28,8 +28,8 @@ constexpr int kPrinted = 0;
 /// reason to stop the queue, or to try the same job again and again.
 constexpr int kCancelJob = 5;
 
-constexpr std::size_t kJob = 0, kUser = 1, kTitle = 2, kCopies = 3, kOptions = 4, kFiles = 5;  // the arguments
-constexpr std::size_t kMaxTitle = 255;                                                         // bytes
+constexpr std::size_t kJob = 0, kUser = 1, kTitle = 2, kCopies = 3, kFiles = 5;  // the arguments
+constexpr std::size_t kMaxTitle = 255;                                           // bytes
 
 /// Where the other programs lie. The backend itself lies in a folder of the server's.
 std::string ProgramFolder() {
@@ -59,17 +59,19 @@ std::vector<UniqueFd> OpenFiles(const std::vector<std::string>& arguments) {
 }
 
 /// True for a printer that takes jobs from anybody in some networks: nobody has proven whose they are. The
-/// administrator says so by its device.
-bool IsForAll() { return EnvironmentValue("DEVICE_URI") == kCommonDevice; }
+/// administrator says so by its device. Raises kCommon for devices that were added by other means: there the
+/// server may let anybody print in anybody's name.
+bool IsForAll() {
+  const std::string device = EnvironmentValue("DEVICE_URI");
+  if (device != kOwnDevice && device != kCommonDevice)
+    throw Error(errors::kCommon, "The job is refused: the printer was not added with tessary-printer.");
+  return device == kCommonDevice;
+}
 
 /// Becomes the user of the job. Raises kCommon with the reason when nobody may have it.
 JobUser BecomeJobUser(Run& run, const std::vector<std::string>& arguments) {
   const RemoteRule remote{GetMachineSetting(run, "RemoteUser"), GetMachineSetting(run, "RemoteFolder")};
-  if (IsForAll() && !remote.IsSet())
-    throw Error(errors::kCommon,
-                "The job is refused: the printer is for all, and the machine settings RemoteUser "
-                "and RemoteFolder do not say where its documents go.");
-  const JobOrigin origin{arguments[kUser], ComesFromThisMachine(arguments[kOptions]) && !IsForAll()};
+  const JobOrigin origin{arguments[kUser], IsForAll()};
   JobUser user = ChooseUser(origin, remote, MachineAccounts());
   if (!user.refusal.empty()) throw Error(errors::kCommon, "The job is refused: " + user.refusal + ".");
   if (Failure failure = BecomeUser(user.account, !user.remoteFolder.empty()))
@@ -153,7 +155,8 @@ bool PrintJob(Run& run, const std::vector<std::string>& arguments, JobReport& re
 int RunBackend(Run& run, const std::vector<std::string>& arguments, std::ostream& output, JobReport& report) {
   closefrom(STDERR_FILENO + 1);  // a server leaves pipes of its own open, and more
   if (arguments.empty()) {
-    output << "direct tessary:/ \"Tessary PDF Printer\" \"Tessary PDF Printer\" "
+    output << "direct " << kDeviceScheme
+           << "/ \"Tessary PDF Printer\" \"Tessary PDF Printer\" "
               "\"MFG:Tessary;MDL:PDF Printer;CMD:PDF,POSTSCRIPT;\" \"\"\n";
     return kPrinted;
   }

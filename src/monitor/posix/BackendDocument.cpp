@@ -66,6 +66,19 @@ std::unique_ptr<File> Receive(const ByteSource& source, const std::string& path)
   }
 }
 
+/// Removes what a spooling process that was ended has left behind.
+class SpoolCleanup {
+ public:
+  SpoolCleanup(Run& run, const std::string& session) : run_(run), spool_("print-" + session) {}
+  ~SpoolCleanup() { RemoveSessionFiles(run_, run_.folders.temporary, spool_); }
+  SpoolCleanup(const SpoolCleanup&) = delete;
+  SpoolCleanup& operator=(const SpoolCleanup&) = delete;
+
+ private:
+  Run& run_;
+  std::string spool_;
+};
+
 /// The first lines of `words`, as one.
 std::string Beginning(const std::string& words) {
   std::string beginning;
@@ -88,6 +101,7 @@ bool BackendDocument::Print(const ByteSource& source, const std::string& title, 
   const std::string session = NewGuid(run_);
   run_.log = {};
   run_.job.SessionId = session;
+  const SpoolCleanup cleanup(run_, session);
   std::string problem;
   try {
     SpooledJob spooled(run_, JoinPath(run_.host.paths, GetTemporaryFolder(run_), "print-" + session + ".ps"));
@@ -144,9 +158,7 @@ std::string BackendDocument::HandOver(GuiJob job) {
     output = std::make_unique<BackendOutput>(run_, ticket_.remoteFolder, job.title);
     job.settings = SilentSettings(output->path());
   }
-  report_.Waits(true);
   const GuiOutcome outcome = RunGui(job);
-  report_.Waits(false);
   if (cancel_.IsDemanded()) throw Error(failures::kCancelled, "was cancelled");
   return Explain(outcome, job.session);
 }
@@ -160,8 +172,11 @@ GuiOutcome BackendDocument::RunGui(const GuiJob& job) {
       report_.Debug(words);
       if (state == AgentState::Queued) report_.Info("The document waits in the desktop session of its user.");
       if (state == AgentState::Started) report_.Info("The document is in the desktop session of its user.");
+      if (state == AgentState::Started) report_.WaitsForUser(true);
     };
-    if (auto outcome = PrintThroughAgent(run_, job, cancel_.Fd(), notice)) return *outcome;
+    const auto outcome = PrintThroughAgent(run_, job, cancel_.Fd(), notice);
+    report_.WaitsForUser(false);
+    if (outcome) return *outcome;
     if (cancel_.IsDemanded()) throw Error(failures::kCancelled, "was cancelled");
   }
   report_.Info("The PDF is being made.");

@@ -30,9 +30,10 @@ class JobReport {
   void Pages(std::int32_t pages) {
     if (pages > 0) Say("PAGE:", "total " + std::to_string(pages));
   }
-  /// The document is where the user has the next word, or no longer.
-  void Waits(bool waits) {
-    Say("STATE:", waits ? "+cups-waiting-for-job-completed" : "-cups-waiting-for-job-completed");
+  /// The document is where its user has the next word, or no longer. A reason of our own: with those of the
+  /// server it would take the job for printed, and forget it at its next start.
+  void WaitsForUser(bool waits) {
+    Say("STATE:", waits ? "+tessary-waiting-for-user-report" : "-tessary-waiting-for-user-report");
   }
 
  private:

@@ -57,7 +57,11 @@ JobUser ChooseUser(const JobOrigin& origin, const RemoteRule& remote, const Acco
   const std::optional<Account> named = rules.find(origin.user);
   chosen.refusal = WhyNoPerson(origin.user, named, rules.firstUser);
   if (chosen.refusal.empty()) chosen.account = *named;
-  if (remote.IsSet() && (!chosen.refusal.empty() || !origin.fromThisMachine)) {
+  if (origin.forAll && !remote.IsSet()) {
+    chosen.refusal =
+        "the printer is for all, and the machine settings RemoteUser and RemoteFolder do not say where its "
+        "documents go";
+  } else if (origin.forAll || (remote.IsSet() && !chosen.refusal.empty())) {
     const std::optional<Account> common = rules.find(remote.user);
     chosen.refusal = WhyNoRemoteUser(remote, common);
     chosen.account = common.value_or(Account());
@@ -67,20 +71,6 @@ JobUser ChooseUser(const JobOrigin& origin, const RemoteRule& remote, const Acco
     chosen.refusal = "the print server does not run this program as root, so it cannot print for '" +
                      chosen.account.name + "'";
   return chosen;
-}
-
-bool ComesFromThisMachine(std::string_view options) {
-  // The words of a job stand quoted among the options. One that looks like the server's own word makes the job
-  // a stranger's, whatever the quotes around it say.
-  constexpr std::string_view kOption = "job-originating-host-name=";
-  bool found = false;
-  for (std::size_t at = options.find(kOption); at != std::string_view::npos; at = options.find(kOption, at)) {
-    at += kOption.size();
-    const std::string_view host = options.substr(at, options.find(' ', at) - at);
-    if (host != "localhost") return false;
-    found = true;
-  }
-  return found;
 }
 
 unsigned FirstUserOf(std::string_view loginDefinitions) {

@@ -16,10 +16,10 @@ struct Account {
   std::string home, shell;
 };
 
-/// Who a job says that it is from. The print server vouches for it.
+/// Who a job says that it is from. The print server vouches for it, unless the printer is for all.
 struct JobOrigin {
   std::string user;
-  bool fromThisMachine = false;
+  bool forAll = false;
 };
 
 /// The machine's settings for jobs that are nobody's here: RemoteUser and RemoteFolder. They count together.
@@ -43,12 +43,9 @@ struct JobUser {
 };
 
 /// A job belongs to the user that it names, if that is a person: neither root nor unknown nor an account of the
-/// system. Where the rule for other jobs is set, those, and all that come from other machines, belong to the
-/// user of that rule, who may be an account of the system, but never root.
+/// system. Where the rule for remote jobs is set, those belong to the user of that rule, who may be an account
+/// of the system, but never root. So do all jobs of a printer for all, which prints nothing without that rule.
 JobUser ChooseUser(const JobOrigin& origin, const RemoteRule& remote, const AccountRules& rules);
-
-/// True if the print server says so in the job's options, and nothing in them says otherwise.
-bool ComesFromThisMachine(std::string_view options);
 
 /// The rules of this machine: its user database, and UID_MIN of /etc/login.defs.
 AccountRules MachineAccounts();

@@ -82,6 +82,7 @@ class Administration {
   std::string List();
   std::string Add();
   std::string Share(const ServerPrinter& printer);
+  Failure StopJobs(const ServerPrinter& printer);
   std::string Unshare(const ServerPrinter& printer);
   std::string EnsurePolicy(std::string_view name, const std::string& section, bool replace);
   template <class Try>
@@ -182,6 +183,8 @@ std::string Administration::Add() {
   opening.open = true;
   const std::string paper = arguments_.paper.empty() ? UsualPageSize() : arguments_.paper;
   const std::string description = PrinterDescription(GetProductName(), paper);
+  if (const Failure taken = WhenReady([&] { return server_.EnsureFree(queue); }, PrinterAdmin::kAway))
+    return taken.text;
   Failure failure = WhenReady([&] { return server_.Add(queue, printer, description); }, PrinterAdmin::kAway);
   if (failure.number == PrinterAdmin::kUnknown)
     failure.text =
@@ -192,6 +195,15 @@ std::string Administration::Add() {
     return failure.text;
   }
   return arguments_.makeDefault ? server_.MakeDefault(queue).text : "";
+}
+
+/// Takes no jobs any more, and ends those that are there.
+Failure Administration::StopJobs(const ServerPrinter& printer) {
+  PrinterChange closed;
+  closed.open = false;
+  const Failure failure =
+      WhenReady([&] { return server_.Change(printer.queue, closed); }, PrinterAdmin::kUnknown);
+  return failure ? failure : server_.CancelJobs(printer.queue);
 }
 
 std::string Administration::Share(const ServerPrinter& printer) {
@@ -208,8 +220,12 @@ std::string Administration::Share(const ServerPrinter& printer) {
     const std::string section = SharedPolicyText(arguments_.networks);
     if (const std::string problem = EnsurePolicy(kSharedPolicy, section, true); !problem.empty())
       return problem;
+    // The users of the waiting jobs have proven who they are, and those jobs would become everybody's.
+    if (printer.device != kCommonDevice)
+      if (const Failure failure = StopJobs(printer)) return failure.text;
     change.device = kCommonDevice;
     change.policy = kSharedPolicy;
+    change.open = true;
   }
   if (const Failure failure =
           WhenReady([&] { return server_.Change(printer.queue, change); }, PrinterAdmin::kUnknown))

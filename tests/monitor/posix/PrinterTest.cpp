@@ -60,9 +60,9 @@ TEST(ServerPolicies, NetworksAreNothingButNetworks) {
   for (const char* good :
        {"192.168.1.7", "192.168.0.0/16", "10.0.0.0/255.0.0.0", "[fd00::1]", "[fd00::]/64", "@LOCAL"})
     EXPECT_TRUE(IsNetwork(good)) << good;
-  for (const char* bad :
-       {"", "10.0.0.0/", "10.0.0.0/33", "10.0.0.0/8\nAllow all", "10.0.0.0/8 all", "all", "*.example.org",
-        "fd00::1", "[fd00::]/129", "[10.0.0.1]", "10.0.0", "@IF(eth0)", "10.0.0.0/-1"})
+  for (const char* bad : {"", "10.0.0.0/", "10.0.0.0/33", "10.0.0.0/8\nAllow all", "10.0.0.0/8 all", "all",
+                          "*.example.org", "fd00::1", "[fd00::]/129", "[10.0.0.1]", "10.0.0", "@IF(eth0)",
+                          "10.0.0.0/-1", "0.0.0.0/0", "0.0.0.0/0.0.0.0", "[::]/0"})
     EXPECT_FALSE(IsNetwork(bad)) << bad;
 }
 

@@ -170,7 +170,8 @@ std::string PrinterAdmin::AskForDefault() {
 Result<std::vector<ServerPrinter>> PrinterAdmin::Printers() {
   if (Failure failure = Connect()) return failure;
   static constexpr const char* kWanted[] = {"printer-name", "printer-info", "device-uri", "printer-is-shared"};
-  ipp_t* request = NewRequest(IPP_OP_CUPS_GET_PRINTERS, "");
+  // Without a user: the server leaves out the printers that the user may not print to.
+  ipp_t* request = cups_->newRequest(IPP_OP_CUPS_GET_PRINTERS);
   cups_->addStrings(request, IPP_TAG_OPERATION, IPP_TAG_KEYWORD, "requested-attributes",
                     static_cast<int>(std::size(kWanted)), nullptr, kWanted);
   const Result<ipp_t*> answer = Send(request, "/");
@@ -181,6 +182,15 @@ Result<std::vector<ServerPrinter>> PrinterAdmin::Printers() {
   const std::string usual = AskForDefault();
   for (ServerPrinter& printer : printers) printer.isDefault = !usual.empty() && printer.queue == usual;
   return printers;
+}
+
+Failure PrinterAdmin::EnsureFree(const std::string& queue) {
+  if (Failure failure = Connect()) return failure;
+  const Result<ipp_t*> answer = Send(NewRequest(IPP_OP_GET_PRINTER_ATTRIBUTES, queue), "/");
+  cups_->deleteMessage(answer.value);
+  if (answer.failure.number == IPP_STATUS_ERROR_NOT_FOUND) return {};
+  if (!answer.ok()) return answer.failure;
+  return {EEXIST, "The print server has a queue '" + queue + "' already."};
 }
 
 Failure PrinterAdmin::Add(const std::string& queue, const PrinterChange& printer,

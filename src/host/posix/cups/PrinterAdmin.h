@@ -18,7 +18,7 @@ namespace tessary {
 struct ServerPrinter {
   std::string queue;        ///< its name on the server
   std::string description;  ///< its name for people; may be empty
-  std::string device;       ///< the address of the device: "tessary:/"
+  std::string device;       ///< the address of the device: "tessary:/own"
   bool shared = false;      ///< offered to other machines
   bool isDefault = false;   ///< the server's default printer
 };
@@ -42,6 +42,8 @@ class PrinterAdmin {
   static constexpr std::int32_t kUnknown = IPP_STATUS_ERROR_NOT_POSSIBLE;  ///< a policy, or the device
 
   Result<std::vector<ServerPrinter>> Printers();
+  /// Nothing when there is no queue of that name, whatever it is.
+  Failure EnsureFree(const std::string& queue);
   /// Makes the printer `queue`; `description` is its PPD. On a failure the server may have half of it.
   Failure Add(const std::string& queue, const PrinterChange& printer, const std::string& description);
   Failure Change(const std::string& queue, const PrinterChange& change);

@@ -54,7 +54,7 @@ bool IsAddress(int family, const std::string& text) {
 bool IsBits(const std::string& text, int most) {
   int bits = -1;
   const auto [end, problem] = std::from_chars(text.data(), text.data() + text.size(), bits);
-  return problem == std::errc() && end == text.data() + text.size() && bits >= 0 && bits <= most;
+  return problem == std::errc() && end == text.data() + text.size() && bits > 0 && bits <= most;
 }
 
 std::string Trimmed(std::string_view line) {
@@ -112,7 +112,8 @@ bool IsNetwork(const std::string& text) {
   if (address.starts_with('[') && address.ends_with(']'))
     return IsAddress(AF_INET6, address.substr(1, address.size() - 2)) &&
            (behind.empty() || IsBits(behind, 128));
-  return IsAddress(AF_INET, address) && (behind.empty() || IsBits(behind, 32) || IsAddress(AF_INET, behind));
+  return IsAddress(AF_INET, address) &&
+         (behind.empty() || IsBits(behind, 32) || (behind != "0.0.0.0" && IsAddress(AF_INET, behind)));
 }
 
 bool HasPolicy(const std::string& configuration, std::string_view name) {
