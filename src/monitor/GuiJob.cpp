@@ -1,10 +1,10 @@
 #include "monitor/GuiJob.h"
 
-#include <algorithm>
 #include <memory>
 
 #include "config/modFolders.h"
 #include "monitor/RunOnce.h"
+#include "system/Conversions.h"
 #include "system/Error.h"
 #include "system/ExitCodes.h"
 #include "system/Paths.h"
@@ -18,13 +18,6 @@ std::string GuiProgram(Run& run) {
   const PathStyle& style = run.host.paths;
   const std::string own = FileNameOf(style, run.host.programFile);
   return JoinPath(style, GetProgramFolder(run), "gui" + own.substr(BaseNameOf(style, own).size()));
-}
-
-/// A title is a line of its own in messages and in the log.
-std::string OneLine(std::string title) {
-  std::replace_if(
-      title.begin(), title.end(), [](char c) { return (c >= 0 && c < ' ') || c == '\x7F'; }, ' ');
-  return title;
 }
 
 std::unique_ptr<Process> StartGui(Run& run, const GuiJob& job) {

@@ -103,14 +103,6 @@ bool IsCutOff(Run& run, const std::string& pdf) {
   return tail.find("startxref") == std::string::npos && tail.find("%%EOF") == std::string::npos;
 }
 
-/// A text of strangers as a part of one line.
-std::string OneLine(const std::string& text) {
-  std::string line = text;
-  std::replace_if(
-      line.begin(), line.end(), [](unsigned char c) { return c < ' ' || c == 0x7F; }, ' ');
-  return line;
-}
-
 void WriteHead(Run& run, BlockWriter& writer, const DocumentTicket& ticket, std::int32_t pages) {
   const std::string comments = "%!PS-Adobe-3.0\r\n%%Title: " + OneLine(ticket.title) +
                                "\r\n%%For: " + OneLine(ticket.user) + "\r\n%%Pages: " + std::to_string(pages) +

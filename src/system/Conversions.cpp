@@ -1,5 +1,6 @@
 #include "system/Conversions.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 
@@ -136,6 +137,12 @@ std::string ToUpper(std::string_view text) {
 }
 
 std::string CutAtNul(std::string_view text) { return std::string(text.substr(0, text.find('\0'))); }
+
+std::string OneLine(std::string text) {
+  std::replace_if(
+      text.begin(), text.end(), [](unsigned char c) { return c < ' ' || c == 0x7F; }, ' ');
+  return text;
+}
 
 std::string ReplaceAll(std::string_view text, std::string_view from, std::string_view to) {
   std::string result;

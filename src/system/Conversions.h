@@ -55,6 +55,8 @@ std::string TrimBlanks(std::string_view text);
 std::string ToLower(std::string_view text);
 std::string ToUpper(std::string_view text);
 std::string CutAtNul(std::string_view text);
+/// `text` with a blank in the place of each control character, so that it is one line.
+std::string OneLine(std::string text);
 /// `text` with every `from`, which is not empty, replaced by `to` in one pass.
 std::string ReplaceAll(std::string_view text, std::string_view from, std::string_view to);
 /// The parts of `text` between the separators; at least one, which may be empty.

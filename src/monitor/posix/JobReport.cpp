@@ -4,6 +4,7 @@
 #include <ostream>
 
 #include "host/CodePage.h"
+#include "system/Conversions.h"
 
 namespace tessary {
 
@@ -11,8 +12,6 @@ namespace {
 
 /// The server reads lines of up to 2 KB and takes the rest of a longer one for a line of its own.
 constexpr std::size_t kMaxLine = 1000;
-
-bool IsControl(char c) { return (c >= 0 && c < ' ') || c == '\x7F'; }
 
 }  // namespace
 
@@ -29,10 +28,9 @@ std::string ReportLines(std::string_view prefix, std::string_view text) {
   std::string lines;
   while (!text.empty()) {
     const std::size_t end = std::min(text.find_first_of("\r\n"), text.size());
-    std::string line = CutText(text.substr(0, end), kMaxLine);
+    const std::string line = OneLine(CutText(text.substr(0, end), kMaxLine));
     text.remove_prefix(std::min(end + 1, text.size()));
     if (line.empty()) continue;
-    std::replace_if(line.begin(), line.end(), IsControl, ' ');
     lines.append(prefix) += ' ' + line + '\n';
   }
   return lines;
