@@ -277,9 +277,12 @@ class Network(CupsTest):
     @classmethod
     def setUpClass(cls):
         name = f"tessary-test-{os.getpid()}"
+        # Not "ip netns exec", which wants to mount things of its own.
+        cls.there = f"nsenter --net=/run/netns/{name}"
         commands = [f"ip netns add {name}", f"ip link add {name[-8:]}h type veth peer name {name[-8:]}n netns {name}",
                     f"ip addr add {REMOTE}.1/24 dev {name[-8:]}h", f"ip link set {name[-8:]}h up",
-                    f"ip -n {name} addr add {REMOTE}.2/24 dev {name[-8:]}n", f"ip -n {name} link set {name[-8:]}n up"]
+                    f"{cls.there} ip addr add {REMOTE}.2/24 dev {name[-8:]}n",
+                    f"{cls.there} ip link set {name[-8:]}n up"]
         for command in commands:
             done = subprocess.run(command.split(), capture_output=True, text=True)
             if command == commands[0]:
@@ -287,13 +290,11 @@ class Network(CupsTest):
                     raise unittest.SkipTest(f"no network of its own: {done.stderr}")
                 cls.addClassCleanup(subprocess.run, ["ip", "netns", "del", name])
             assert done.returncode == 0, f"{command}: {done.stderr}"
-        cls.machine = name
         super().setUpClass()
 
     def print_from_there(self, source, queue="PDF_Printer"):
         """What lp says on the other machine, where this one's users are not known by their numbers."""
-        return self.server.run("ip", "netns", "exec", self.machine, "lp", "-h", f"{REMOTE}.1:{PORT}", "-U", self.a.name,
-                               "-d", queue, source)
+        return self.server.run(*self.there.split(), "lp", "-h", f"{REMOTE}.1:{PORT}", "-U", self.a.name, "-d", queue, source)
 
     def test_a_printer_is_shared_with_those_who_prove_who_they_are_or_with_a_network(self):
         source, common = self.pdf("a.pdf", "from afar"), self.users["common"]

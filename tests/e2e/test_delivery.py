@@ -24,7 +24,7 @@ class DeliveryTest(DeskTest):
 
     def wait_for(self, path):
         deadline = time.monotonic() + 20
-        while not path.exists() and time.monotonic() < deadline:
+        while not (path.exists() and path.stat().st_size) and time.monotonic() < deadline:
             time.sleep(0.02)
         return path.read_bytes()
 
