@@ -46,15 +46,12 @@ class Cups {
 
   // Questions and their answers.
   decltype(&::cupsDoRequest) doRequest = Find("cupsDoRequest");
-  decltype(&::cupsDoFileRequest) doFileRequest = Find("cupsDoFileRequest");
   decltype(&::cupsDoIORequest) doIoRequest = Find("cupsDoIORequest");
   decltype(&::cupsLastError) lastError = Find("cupsLastError");
   decltype(&::cupsLastErrorString) lastErrorText = Find("cupsLastErrorString");
   decltype(&::cupsGetFd) getFile = Find("cupsGetFd");
   decltype(&::cupsPutFd) putFile = Find("cupsPutFd");
   decltype(&::cupsAdminGetServerSettings) getServerSettings = Find("cupsAdminGetServerSettings");
-  decltype(&::cupsAdminSetServerSettings) setServerSettings = Find("cupsAdminSetServerSettings");
-  decltype(&::cupsAddOption) addOption = Find("cupsAddOption");
   decltype(&::cupsGetOption) getOption = Find("cupsGetOption");
   decltype(&::cupsFreeOptions) freeOptions = Find("cupsFreeOptions");
 
@@ -66,8 +63,6 @@ class Cups {
   decltype(&::ippAddInteger) addInteger = Find("ippAddInteger");
   decltype(&::ippAddBoolean) addBoolean = Find("ippAddBoolean");
   decltype(&::ippGetStatusCode) statusCode = Find("ippGetStatusCode");
-  decltype(&::ippErrorString) errorText = Find("ippErrorString");
-  decltype(&::ippFindAttribute) findAttribute = Find("ippFindAttribute");
   decltype(&::ippFirstAttribute) firstAttribute = Find("ippFirstAttribute");
   decltype(&::ippNextAttribute) nextAttribute = Find("ippNextAttribute");
   decltype(&::ippGetName) attributeName = Find("ippGetName");
